@@ -1,0 +1,14 @@
+# SPDX-License-Identifier: Apache-2.0
+# What is installed and called. Everything here is a Debian package; none is downloaded.
+
+find_package(Threads REQUIRED)
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(LibConfig REQUIRED IMPORTED_TARGET libconfig++)
+find_package(OpenCV REQUIRED COMPONENTS core imgproc imgcodecs videoio)
+
+if(BUILD_TESTING)
+    find_package(GTest REQUIRED)
+    find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+    include(GoogleTest)
+endif()

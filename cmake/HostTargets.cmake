@@ -1,0 +1,91 @@
+# SPDX-License-Identifier: Apache-2.0
+# The functions with which every room describes its targets, so that its CMakeLists.txt is nearly pure data.
+
+# add_host_library(NAME STATIC|SHARED
+#     SOURCES file...          sources and headers, sorted
+#     [PUBLIC target...]       what the library's headers need
+#     [PRIVATE target...]      what only its sources need
+#     [HEADERS file...]        headers for app authors, installed under their room)
+#
+# Rooms are included by their path from the top of the tree: <camera/StereoFrame.h>.
+function(add_host_library name type)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;PUBLIC;PRIVATE;HEADERS")
+    add_library(${name} ${type} ${arg_SOURCES} ${arg_HEADERS})
+    target_include_directories(${name} PUBLIC
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+        "$<INSTALL_INTERFACE:${VYR_INSTALL_INCLUDE_DIR}>")
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    host_use_qt_generators(${name})
+    if(type STREQUAL "SHARED")
+        set_target_properties(${name} PROPERTIES BUILD_RPATH "$ORIGIN")
+        if(NOT VYR_SANITIZE) # whose run-time library comes with the program, not with each library
+            target_link_options(${name} PRIVATE "LINKER:--no-undefined")
+        endif()
+        install(TARGETS ${name} LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
+    endif()
+    foreach(header IN LISTS arg_HEADERS)
+        file(RELATIVE_PATH room_path "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
+        get_filename_component(room "${room_path}" DIRECTORY)
+        install(FILES "${header}" DESTINATION "${VYR_INSTALL_INCLUDE_DIR}/${room}")
+    endforeach()
+endfunction()
+
+# add_host_app(NAME SOURCES file... [LIBRARIES target...])
+#
+# Builds NAMEApp.so, an app that the host finds beside its executable. Sources may hold Qt meta-objects and resources.
+function(add_host_app name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    add_library(${name}App MODULE ${arg_SOURCES})
+    set_target_properties(${name}App PROPERTIES PREFIX "" BUILD_RPATH "$ORIGIN")
+    target_link_libraries(${name}App PRIVATE VYRApps ${arg_LIBRARIES})
+    host_use_qt_generators(${name}App)
+    install(TARGETS ${name}App LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
+endfunction()
+
+# add_host_test(NAME
+#     SOURCES file...
+#     [LIBRARIES target...]
+#     [QT]            the test has Qt meta-objects and makes its own application object in main()
+#     [SERIAL]        its cases share something (a folder, a socket): they run one at a time
+#     [TIMEOUT s]     per case, 60 s unless said otherwise
+#     [LABELS word...])
+#
+# Every GoogleTest case is a ctest case. The program gets a folder of its own, so that what it looks for
+# beside its executable is what the test put there. Without QT, GoogleTest's own main() is linked.
+function(add_host_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "QT;SERIAL" "TIMEOUT" "SOURCES;LIBRARIES;LABELS")
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/${name}.run")
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock)
+    if(arg_QT)
+        host_use_qt_generators(${name})
+        target_link_libraries(${name} PRIVATE Qt5::Test)
+    else()
+        target_link_libraries(${name} PRIVATE GTest::gtest_main)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    set(properties TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${HOST_TEST_ENVIRONMENT}")
+    if(arg_LABELS)
+        list(APPEND properties LABELS "${arg_LABELS}")
+    endif()
+    if(arg_SERIAL)
+        list(APPEND properties RESOURCE_LOCK ${name})
+    endif()
+    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+endfunction()
+
+# add_host_benchmark(NAME SOURCES file... [LIBRARIES target...]): one program a question.
+function(add_host_benchmark name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench")
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} benchmark::benchmark_main)
+endfunction()
+
+# Qt's code generators, on for the targets that use Qt.
+function(host_use_qt_generators name)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+endfunction()
