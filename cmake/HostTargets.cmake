@@ -5,17 +5,20 @@
 #     SOURCES file...          sources and headers, sorted
 #     [PUBLIC target...]       what the library's headers need
 #     [PRIVATE target...]      what only its sources need
-#     [HEADERS file...]        headers for app authors, installed under their room)
+#     [HEADERS file...]        headers for app authors, installed under their room
+#     [NO_QT])                 the library knows nothing of Qt
 #
 # Rooms are included by their path from the top of the tree: <camera/StereoFrame.h>.
 function(add_host_library name type)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;PUBLIC;PRIVATE;HEADERS")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "NO_QT" "" "SOURCES;PUBLIC;PRIVATE;HEADERS")
     add_library(${name} ${type} ${arg_SOURCES} ${arg_HEADERS})
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
         "$<INSTALL_INTERFACE:${VYR_INSTALL_INCLUDE_DIR}>")
     target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
-    host_use_qt_generators(${name})
+    if(NOT arg_NO_QT)
+        host_use_qt_generators(${name})
+    endif()
     if(type STREQUAL "SHARED")
         set_target_properties(${name} PROPERTIES BUILD_RPATH "$ORIGIN")
         if(NOT VYR_SANITIZE) # whose run-time library comes with the program, not with each library

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+// An event that threads wait for.
+
+#include "trigger.h"
+
+#include "deadline.h"
+#include "fatal.h"
+
+#include <cerrno>
+
+namespace pt {
+
+namespace {
+
+constexpr int no_limit = -1;
+
+} // namespace
+
+trigger::trigger(bool autoreset, bool signalled)
+    : _state(signalled ? 1 : 0)
+    , _autoreset(autoreset)
+{
+    if (pthread_mutex_init(&_mutex, nullptr) != 0 || pthread_cond_init(&_condition, nullptr) != 0)
+        fatal(fatal_primitive_create, "Trigger failed");
+}
+
+trigger::~trigger()
+{
+    pthread_cond_destroy(&_condition);
+    pthread_mutex_destroy(&_mutex);
+}
+
+bool trigger::wait(int timeout)
+{
+    pthread_mutex_lock(&_mutex);
+    while (_state == 0) {
+        if (timeout < 0) {
+            pthread_cond_wait(&_condition, &_mutex);
+        } else if (wait_once(&_condition, &_mutex, timeout) == ETIMEDOUT) {
+            pthread_mutex_unlock(&_mutex);
+            return false;
+        }
+    }
+    if (_autoreset)
+        _state = 0;
+    pthread_mutex_unlock(&_mutex);
+    return true;
+}
+
+void trigger::wait()
+{
+    wait(no_limit);
+}
+
+void trigger::post()
+{
+    pthread_mutex_lock(&_mutex);
+    _state = 1;
+    if (_autoreset)
+        pthread_cond_signal(&_condition);
+    else
+        pthread_cond_broadcast(&_condition);
+    pthread_mutex_unlock(&_mutex);
+}
+
+} // namespace pt
