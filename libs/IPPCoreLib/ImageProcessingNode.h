@@ -3,13 +3,12 @@
 
 #pragma once
 
+#include "NodeData.h"
 #include "NodeTiming.h"
 #include "WaitableQueue.h"
 
 #include <atomic>
 #include <string>
-
-class NodeData;
 
 /// A unit of processing: takes items from its predecessor's output queue, and may push items of its own into its
 /// output queue. A node without a predecessor is a source.

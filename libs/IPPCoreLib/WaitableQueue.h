@@ -4,6 +4,7 @@
 #pragma once
 
 #include "IPPCoreLibExport.h"
+#include "NodeData.h"
 
 #include <libs/IPPCoreLib/pt/trigger.h>
 
@@ -12,13 +13,12 @@
 #include <deque>
 #include <mutex>
 
-class NodeData;
-
 /// A bounded first-in-first-out queue of pointers that it does not own. Producer and one consumer meet here:
 ///  - full: Push() refuses at once and the producer keeps the item;
 ///  - empty: Pop() waits, at most as long as it is told, and returns null.
 /// Whatever is still queued when the queue is cleared or destroyed is forgotten, never released.
 ///
+/// Instantiated for NodeData*, in the library.
 /// Thread: any thread. The mutex is never held while waiting.
 template<typename Item>
 class IPPCORELIB_EXPORT WaitableQueue

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: Apache-2.0
+// The camera as the source node of the processing framework.
+
+#pragma once
+
+#include "StereoFrameCache.h"
+#include "VYRCameraExport.h"
+#include "VYRRanges.h"
+
+#include <libs/IPPCoreLib/ImageProcessingNode.h>
+
+#include <QObject>
+#include <QString>
+
+#include <atomic>
+#include <cstdint>
+
+struct VYRResolutionInfo;
+
+/// The one source node: owns the camera, applies capture mode and controls, and pushes every frame that the camera
+/// library calls back with into its own output queue, as a pooled StereoFrame. Measures the frame rate over windows of
+/// at least one second of camera time and publishes a one-line status text per window.
+///
+/// States:
+///  - closed (Instance() is null): opening failed, or Close() was called. Control slots only store their values.
+///  - open, idle: after construction and after StopProcessing().
+///  - streaming: after a StartProcessing() that found its mode and whose library start succeeded.
+///
+/// At the limits: with all 32 frames of the pool out, a camera frame is dropped; with a full output queue (31) the
+/// frame is dropped and its pool slot stays taken until streaming is next started or stopped. Neither is reported.
+///
+/// Ownership: owns the camera handle and the frame pool; frames it pushes are lent. The consumer must be stopped before
+/// this object goes.
+/// Thread: lives on the GUI thread; everything is called there unless it says otherwise. The signals are emitted on the
+/// camera callback thread too.
+class VYRCAMERA_EXPORT VYRCameraDevice : public QObject, public ImageProcessingNode
+{
+    Q_OBJECT
+
+public:
+    /// Opens the camera without a capture mode; StartProcessing() finds none until SetResolution().
+    VYRCameraDevice();
+
+    /// Opens the camera for a mode: binning code (BinningNames.h), size in pixels, frames per second. When opening
+    /// fails the object is valid and closed.
+    VYRCameraDevice(int binning, int width, int height, float fps);
+
+    /// Stops streaming and closes the camera.
+    ~VYRCameraDevice() override;
+
+    /// Starts streaming in the stored mode with the stored controls, with a fresh frame pool, and emits InfoChanged().
+    /// Does nothing while closed, or when the camera knows no such mode.
+    void StartProcessing() override;
+
+    /// Stops streaming and takes all frames back into the pool, also those that are still queued: whoever stops the
+    /// camera clears its output queue. Does nothing unless streaming.
+    void StopProcessing() override;
+
+    /// Closes the camera for good; does nothing when it is closed.
+    void Close() override;
+
+    /// Does nothing: a camera has no input.
+    void Process(NodeData* item) override;
+
+    /// Whether a camera is open. Thread: any thread.
+    bool IsOpen() const { return Instance() != nullptr; }
+
+    /// The camera library's handle; null while closed. Thread: any thread.
+    void* Instance() const { return _instance.load(std::memory_order_relaxed); }
+
+    /// Sets the capture mode for the next StartProcessing(). New values emit InfoChanged() with the previous
+    /// resolution and a rate of 0; the stored values emit nothing. To be called while stopped.
+    void SetResolution(int binning, int width, int height, float fps);
+
+    /// Builds the status text from the current measurements and emits InfoChanged(). Thread: any thread.
+    void UpdateInfo();
+
+    /// The camera's identity, at most 256 characters; empty while closed.
+    QString DeviceName() const;
+    QString SerialNumber() const;
+    QString FirmwareVersion() const;
+    QString FirmwareBuildTime() const;
+
+    /// The camera library's version; a null string when it has none.
+    QString LibraryVersion() const;
+
+    /// Whether the open camera has this mode; false while closed.
+    bool IsResolutionSupported(int binning, int width, int height, float fps) const;
+
+    /// The current mode as a key for files and settings, such as "R640x480_B2x2".
+    QString ResolutionKey() const;
+
+    /// Two values of the camera library whose meaning is the library's own; 0 when it gives none.
+    std::int64_t Parameter18() const;
+    std::int64_t Parameter19() const;
+
+    /// The pool that frames are lent from. Thread: any thread.
+    StereoFrameCache& FrameCache() { return _frameCache; }
+
+signals:
+    /// The status text: resolution, binning, frames per second, data rate and, once known, temperature.
+    /// Thread: GUI thread and camera callback thread.
+    void InfoChanged(QString infoString);
+
+    /// The number of frames waiting in the output queue, in decimal, once per frame. Thread: camera callback thread.
+    void QChanged(QString infoString);
+
+public slots:
+    // Controls. Those of the first five are remembered and applied by the next StartProcessing(), also when they were
+    // set while no camera was open; they begin a new frame-rate window.
+
+    /// Exposure in the camera library's units; 0 leaves it to the camera.
+    void Exposure(int val);
+    /// Gain in the camera library's units; 0 leaves it to the camera.
+    void Gain(int val);
+    /// Brightness of the LED in the camera library's units.
+    void Led(int val);
+    void HFlip(bool val);
+    void VFlip(bool val);
+
+    // Controls that the camera keeps to itself: without a camera they do nothing, and nothing is remembered.
+
+    /// Swaps the left and the right picture.
+    void SwapCameras(bool val);
+    /// Undistorts the pictures.
+    void Undistort(bool val);
+    /// Sets the ranges of the inertial sensors.
+    void IMURange(VYRAccelRange accel, VYRGyroRange gyro);
+
+private:
+    static void FrameCallback(const VYRFrameRecord* record, void* userData);
+
+    void OpenCamera();
+    void OnFrame(const VYRFrameRecord* record);
+    void SmoothTemperature(const VYRFrameRecord& record);
+    void MeasureFrameRate(const VYRFrameRecord& record);
+    void ResetMeasurement();
+    void ResetFrameRateWindow();
+    void StopStreaming();
+    int FindResolution(VYRResolutionInfo& record) const;
+    QString StatusText(float measuredFps, float temperature) const;
+    QString TextParameter(int id) const;
+    std::int64_t NumberParameter(int id) const;
+
+    // What the camera callback thread reads or writes as well is atomic, relaxed: every value stands for itself, and a
+    // frame that meets a half-made change is measured or labelled wrongly once, which nobody sees.
+    std::atomic<std::int32_t> _binning;
+    std::atomic<std::int32_t> _width;
+    std::atomic<std::int32_t> _height;
+    float _fps; ///< the requested frame rate
+    std::uint8_t _verticalFlip = 0;
+    std::uint8_t _horizontalFlip = 0;
+    std::atomic<void*> _instance{nullptr};
+    std::int32_t _exposure = 0;
+    std::int32_t _gain = 0;
+    std::int32_t _led = 0;
+    std::atomic<std::int32_t> _frameCount{0};
+    std::atomic<float> _measuredFps{0.0F};
+    std::atomic<float> _temperature;           ///< degrees Celsius, or temperatureUnknown
+    std::atomic<std::uint64_t> _lastTimestamp; ///< opened the current window, in 100 µs, or noWindow
+    std::atomic<bool> _streaming{false};
+    StereoFrameCache _frameCache;
+};
+
+static_assert(sizeof(std::atomic<float>) == sizeof(float), "same place as a plain float");
+static_assert(sizeof(std::atomic<void*>) == sizeof(void*), "same place as a plain pointer");
+static_assert(sizeof(std::atomic<std::uint64_t>) == sizeof(std::uint64_t), "same place as a plain 64-bit word");

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+// A frame as the camera library hands it over.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// The camera library's record of one frame, as far as the host knows it: read-only, owned by the library, and valid
+/// for as long as the library says. The bytes in between, the pictures among them, are the library's own.
+struct VYRFrameRecord
+{
+    unsigned char libraryBytes0[12];
+    std::uint32_t timestamp;     ///< units of 100 µs, increasing; may start again
+    unsigned char libraryBytes16[8];
+    std::uint8_t hasSensorData;  ///< non-zero when `temperature` was measured with this frame
+    unsigned char libraryBytes25[39];
+    float temperature;           ///< of the sensor, degrees Celsius
+};
+
+static_assert(offsetof(VYRFrameRecord, timestamp) == 12, "fixed by the camera library");
+static_assert(offsetof(VYRFrameRecord, hasSensorData) == 24, "fixed by the camera library");
+static_assert(offsetof(VYRFrameRecord, temperature) == 64, "fixed by the camera library");
