@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+// POSIX thread calls of the program under test, counted and made to fail.
+
+#pragma once
+
+#include <atomic>
+
+/// The test program defines these POSIX functions itself, in front of the C library's, so that the library under test
+/// calls them here. They count, then fail if told to, else do the real thing.
+namespace PosixCalls {
+
+struct Counter
+{
+    std::atomic<int> calls{0};
+    std::atomic<bool> fails{false};
+};
+
+extern Counter threadCreate;
+extern Counter threadJoin;
+extern Counter threadDetach;
+extern Counter mutexInit;
+extern Counter conditionInit;
+
+} // namespace PosixCalls

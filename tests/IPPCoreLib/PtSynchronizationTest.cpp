@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: Apache-2.0
+// pt::timedsem, pt::trigger and the exchange of flags.
+
+#include "PosixCalls.h"
+
+#include <libs/IPPCoreLib/pt/deadline.h>
+#include <libs/IPPCoreLib/pt/exchange_flag.h>
+#include <libs/IPPCoreLib/pt/timedsem.h>
+#include <libs/IPPCoreLib/pt/trigger.h>
+#include <tests/support/WaitFor.h>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::chrono::milliseconds since(Clock::time_point start)
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+}
+
+TEST(TimedSem, WaitOfZeroWithoutACountFailsAtOnce)
+{
+    pt::timedsem semaphore(0);
+    EXPECT_FALSE(semaphore.wait(0));
+}
+
+TEST(TimedSem, TwoCountsServeTwoWaitsAndTheThirdTimesOut)
+{
+    pt::timedsem semaphore(2);
+    EXPECT_TRUE(semaphore.wait(0));
+    EXPECT_TRUE(semaphore.wait(1));
+    EXPECT_FALSE(semaphore.wait(1));
+}
+
+TEST(TimedSem, WaitLastsAtLeastItsTimeOut)
+{
+    pt::timedsem semaphore(0);
+    const auto start = Clock::now();
+    EXPECT_FALSE(semaphore.wait(30));
+    EXPECT_GE(since(start).count(), 29);
+}
+
+TEST(TimedSem, NegativeTimeOutWaitsForAPost)
+{
+    pt::timedsem semaphore(0);
+    std::atomic<bool> taken{false};
+    std::thread waiter([&] { taken = semaphore.wait(-1); });
+    semaphore.post();
+    waiter.join();
+    EXPECT_TRUE(taken);
+}
+
+TEST(TimedSem, PostsAddUp)
+{
+    pt::timedsem semaphore(0);
+    semaphore.post();
+    semaphore.post();
+    EXPECT_TRUE(semaphore.wait(0));
+    EXPECT_TRUE(semaphore.wait(0));
+    EXPECT_FALSE(semaphore.wait(0));
+}
+
+TEST(TimedSemDeathTest, CreationFailureExitsWith41)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            PosixCalls::conditionInit.fails = true;
+            pt::timedsem semaphore(0);
+        },
+        testing::ExitedWithCode(41), "Internal \\[c0029\\]: Timed semaphore failed\n");
+}
+
+TEST(Trigger, AutoResetLetsOneWaitThroughPerPost)
+{
+    pt::trigger trigger(true, false);
+    trigger.post();
+    EXPECT_TRUE(trigger.wait(1));
+    EXPECT_FALSE(trigger.wait(1));
+}
+
+TEST(Trigger, PostsDoNotAddUp)
+{
+    pt::trigger trigger(true, false);
+    trigger.post();
+    trigger.post();
+    EXPECT_TRUE(trigger.wait(0));
+    EXPECT_FALSE(trigger.wait(0));
+}
+
+TEST(Trigger, ManualOneStaysSignalledOncePosted)
+{
+    pt::trigger trigger(false, false);
+    EXPECT_FALSE(trigger.wait(0));
+    trigger.post();
+    for (int i = 0; i < 5; ++i)
+        EXPECT_TRUE(trigger.wait(0));
+    trigger.wait();
+}
+
+TEST(Trigger, InitialStateIsTheOneGiven)
+{
+    pt::trigger trigger(true, true);
+    EXPECT_TRUE(trigger.wait(0));
+    EXPECT_FALSE(trigger.wait(0));
+}
+
+TEST(Trigger, ManualOneWakesAllWaiters)
+{
+    pt::trigger trigger(false, false);
+    std::atomic<int> woken{0};
+    std::vector<std::thread> waiters;
+    for (int i = 0; i < 4; ++i)
+        waiters.emplace_back([&] { woken += trigger.wait(-1) ? 1 : 0; });
+    trigger.post();
+    for (std::thread& waiter : waiters)
+        waiter.join();
+    EXPECT_EQ(woken, 4);
+}
+
+TEST(Trigger, AutoResetWakesOneWaiterPerPost)
+{
+    pt::trigger trigger(true, false);
+    std::atomic<int> woken{0};
+    std::thread first([&] { trigger.wait(); ++woken; });
+    std::thread second([&] { trigger.wait(); ++woken; });
+    trigger.post();
+    ASSERT_TRUE(waitFor([&] { return woken == 1; }));
+    EXPECT_FALSE(waitFor([&] { return woken == 2; }, std::chrono::milliseconds(20)));
+    trigger.post();
+    first.join();
+    second.join();
+    EXPECT_EQ(woken, 2);
+}
+
+TEST(Trigger, WaitLastsAtLeastItsTimeOut)
+{
+    pt::trigger trigger(true, false);
+    const auto start = Clock::now();
+    EXPECT_FALSE(trigger.wait(30));
+    EXPECT_GE(since(start).count(), 29);
+}
+
+TEST(TriggerDeathTest, FailingMutexExitsWith41)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            PosixCalls::mutexInit.fails = true;
+            pt::trigger trigger(true, false);
+        },
+        testing::ExitedWithCode(41), "Internal \\[c0029\\]: Trigger failed\n");
+}
+
+TEST(Deadline, SecondsAndNanosecondsAreAdded)
+{
+    const timespec deadline = pt::deadline_after(timeval{100, 250'000}, 1'500);
+    EXPECT_EQ(deadline.tv_sec, 101);
+    EXPECT_EQ(deadline.tv_nsec, 750'000'000);
+}
+
+TEST(Deadline, NanosecondsAreNotCarriedIntoTheSeconds)
+{
+    const timespec deadline = pt::deadline_after(timeval{100, 999'000}, 5);
+    EXPECT_EQ(deadline.tv_sec, 100);
+    EXPECT_EQ(deadline.tv_nsec, 1'004'000'000);
+}
+
+/// Comes back `before` the turn of the next second of the wall clock.
+void sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds before)
+{
+    timeval now;
+    gettimeofday(&now, nullptr);
+    const auto left = std::chrono::microseconds(1'000'000 - now.tv_usec);
+    std::this_thread::sleep_for(left > before ? left - before : left + std::chrono::seconds(1) - before);
+}
+
+TEST(Deadline, AWaitAcrossTheTurnOfASecondTimesOutAfterIt)
+{
+    pt::trigger trigger(true, false);
+    sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds(10));
+    const auto start = Clock::now();
+    EXPECT_FALSE(trigger.wait(40));
+    EXPECT_GE(since(start).count(), 39);
+}
+
+TEST(Deadline, APostGetsThroughWhileDeadlinesAreRejected)
+{
+    pt::trigger trigger(true, false);
+    sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds(400));
+    std::atomic<bool> woken{false};
+    std::atomic<long> secondOfWakeUp{0};
+    timeval begin;
+    gettimeofday(&begin, nullptr);
+    std::thread waiter([&] {
+        woken = trigger.wait(900);
+        timeval now;
+        gettimeofday(&now, nullptr);
+        secondOfWakeUp = now.tv_sec;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // every deadline of the waiter is rejected now
+    trigger.post();
+    waiter.join();
+    EXPECT_TRUE(woken);
+    EXPECT_EQ(secondOfWakeUp, begin.tv_sec) << "the waiter saw the post only after the turn of the second";
+}
+
+TEST(ExchangeFlag, ReturnsThePreviousValue)
+{
+    int flag = 3;
+    EXPECT_EQ(pt::exchange_flag(&flag, 5), 3);
+    EXPECT_EQ(pt::exchange_flag(&flag, 0), 5);
+    EXPECT_EQ(flag, 0);
+}
+
+TEST(ExchangeFlag, ExactlyOneOfManyThreadsSetsAFlag)
+{
+    for (int round = 0; round < 200; ++round) {
+        int flag = 0;
+        std::atomic<int> winners{0};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 4; ++i)
+            threads.emplace_back([&] { winners += pt::exchange_flag(&flag, 1) == 0 ? 1 : 0; });
+        for (std::thread& thread : threads)
+            thread.join();
+        ASSERT_EQ(winners, 1);
+    }
+}
+
+} // namespace
