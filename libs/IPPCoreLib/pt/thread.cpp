@@ -9,6 +9,12 @@
 
 namespace pt {
 
+namespace {
+
+constexpr auto relaxed = std::memory_order_relaxed;
+
+} // namespace
+
 thread::thread(bool autofree)
     : _autofree(autofree ? 1 : 0)
 {
@@ -17,7 +23,7 @@ thread::thread(bool autofree)
 thread::~thread()
 {
     if (exchange_flag(&_freed, 1) == 0 && !is_autofree() && is_started())
-        pthread_detach(_handle);
+        pthread_detach(_handle.load(relaxed));
 }
 
 void thread::start()
@@ -28,10 +34,13 @@ void thread::start()
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, is_autofree() ? PTHREAD_CREATE_DETACHED : PTHREAD_CREATE_JOINABLE);
-    // An autofree thread may have deleted this object before pthread_create() returns: it stores its own handle.
-    pthread_t unused;
-    if (pthread_create(is_autofree() ? &unused : &_handle, &attributes, &thread::entry, this) != 0)
+    // An autofree thread may have deleted this object before pthread_create() returns.
+    const bool joinable = !is_autofree();
+    pthread_t created;
+    if (pthread_create(&created, &attributes, &thread::entry, this) != 0)
         fatal(fatal_thread_create, "pthread_create() failed");
+    if (joinable)
+        _handle.store(created, relaxed);
     pthread_attr_destroy(&attributes);
 }
 
@@ -39,12 +48,13 @@ void thread::waitfor()
 {
     if (exchange_flag(&_freed, 1) != 0)
         return;
-    if (pthread_equal(pthread_self(), _handle))
+    const pthread_t handle = _handle.load(relaxed);
+    if (pthread_equal(pthread_self(), handle))
         fatal(fatal_wait_for_self, "Can not waitfor() on myself");
     if (is_autofree())
         fatal(fatal_wait_for_autofree, "Can not waitfor() on an autofree thread");
-    pthread_join(_handle, nullptr);
-    _handle = 0;
+    pthread_join(handle, nullptr);
+    _handle.store(0, relaxed);
 }
 
 void thread::signal()
@@ -60,8 +70,8 @@ void thread::finish()
 void* thread::entry(void* object)
 {
     thread* const self = static_cast<thread*>(object);
-    if (self->is_autofree())
-        self->_handle = pthread_self();
+    // Both do it, since a thread may ask who it is before start() has come to storing the handle.
+    self->_handle.store(pthread_self(), relaxed);
     try {
         self->run();
     } catch (exception*) {

@@ -6,6 +6,8 @@
 #include "timedsem.h"
 #include "unknown.h"
 
+#include <atomic>
+
 #include <pthread.h>
 
 namespace pt {
@@ -49,7 +51,7 @@ private:
     static void* entry(void* object);
     void epilogue();
 
-    pthread_t _handle = 0; ///< 0 while there is no thread to join
+    std::atomic<pthread_t> _handle{0}; ///< 0 while there is no thread to join; relaxed: it names, it does not publish
     // Flag words, changed through exchange_flag() only.
     int _autofree;
     int _started = 0;
@@ -58,5 +60,7 @@ private:
     int _freed = 0; ///< somebody has waited, or the thread was detached
     timedsem _signal{0};
 };
+
+static_assert(sizeof(std::atomic<pthread_t>) == sizeof(pthread_t), "same place as a plain identifier");
 
 } // namespace pt
