@@ -444,6 +444,7 @@ TEST_F(QtPropertyBrowserTest, ComboBoxFollowsNewNamesAndIcons)
     EXPECT_EQ(comboBox->count(), 0);
 
     choices.setEnumNames(property, {QStringLiteral("a"), QStringLiteral("b")});
+    EXPECT_EQ(comboBox->count(), 2);
     choices.setEnumIcons(property, {{1, QIcon(pixmap)}});
 
     ASSERT_EQ(comboBox->count(), 2);
@@ -613,6 +614,8 @@ TEST_F(QtPropertyBrowserTest, SharedSubPropertyHasAnItemInEveryPlace)
     right->addSubProperty(shared);
     EXPECT_EQ(browser.items(shared).size(), 2);
     EXPECT_EQ(browser.findChildren<QSpinBox*>().size(), 2);
+    shared->addSubProperty(numbers.addProperty(QStringLiteral("below")));
+    EXPECT_EQ(browser.findChildren<QSpinBox*>().size(), 4);
 
     delete shared;
     deliverDeferredDeletes();
@@ -758,9 +761,12 @@ TEST_F(QtPropertyBrowserTest, DeletedBoxIsDoneWithout)
     QtProperty* group = groups.addProperty(QStringLiteral("Resolution"));
     QtProperty* width = numbers.addProperty(QStringLiteral("Width"));
     group->addSubProperty(width);
+    QtProperty* height = numbers.addProperty(QStringLiteral("Height"));
+    group->addSubProperty(height);
     browser.addProperty(group);
     delete browser.findChild<QGroupBox*>();
     group->setPropertyName(QStringLiteral("Mode"));
+    group->removeSubProperty(height);
     group->removeSubProperty(width);
     group->addSubProperty(width);
     EXPECT_EQ(browser.findChildren<QSpinBox*>().size(), 1);
