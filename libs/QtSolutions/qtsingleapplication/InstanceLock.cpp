@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+// A lock between processes that ends with the process.
+
+#include "InstanceLock.h"
+
+#include "InstanceLogging.h"
+
+#include <QFile>
+#include <QString>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// Whether the open file still goes by its name; somebody may have removed it before it was locked.
+bool hasName(int descriptor, const QByteArray& path)
+{
+    struct stat open = {};
+    struct stat named = {};
+    return ::fstat(descriptor, &open) == 0 && ::lstat(path.constData(), &named) == 0
+           && open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
+} // namespace
+
+InstanceLock::~InstanceLock()
+{
+    release();
+}
+
+InstanceLock::Outcome InstanceLock::acquire(const QString& path)
+{
+    release();
+    const QByteArray nativePath = QFile::encodeName(path);
+    for (;;) {
+        // Not inherited by programs that this one starts: they may outlive it.
+        _descriptor = ::open(nativePath.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+        if (_descriptor < 0) {
+            qCWarning(instanceLog) << "Cannot open" << path;
+            return Outcome::Impossible;
+        }
+        if (::flock(_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            const bool held = errno == EWOULDBLOCK;
+            release();
+            return held ? Outcome::HeldByAnother : Outcome::Impossible;
+        }
+        if (hasName(_descriptor, nativePath)) {
+            return Outcome::Acquired;
+        }
+        release();
+    }
+}
+
+void InstanceLock::release()
+{
+    if (_descriptor >= 0) {
+        ::close(_descriptor);
+        _descriptor = -1;
+    }
+}

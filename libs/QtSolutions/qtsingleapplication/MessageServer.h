@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+// The receiving side between two instances of an application.
+
+#pragma once
+
+#include <QList>
+#include <QLocalServer>
+#include <QObject>
+
+class QLocalSocket;
+
+/// Receives the messages of other instances at a local socket.
+///
+/// Nothing that is sent to it holds up the event loop or makes the process grow: it never waits, hears at most
+/// `connectionLimit` connections at once (a further one costs the oldest its place), gives each `timeLimit` to
+/// bring its message, reads no more of it than the longest message, and ends those that send something else.
+/// Processes of other users are not heard.
+///
+/// Thread: GUI thread.
+class MessageServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int connectionLimit = 32;
+    static constexpr int timeLimit = 2000; ///< milliseconds from connecting to the whole message
+
+    MessageServer();
+
+    /// Listens at `path`, in place of whatever an ended process has left there. The caller holds the lock.
+    /// False when that is not possible: then there are no messages.
+    bool listen(const QString& path);
+
+Q_SIGNALS:
+    /// A complete message has come, and its sender knows.
+    void messageReceived(const QString& message);
+
+private:
+    void acceptConnections();
+    void read(QLocalSocket* connection);
+    void answer(QLocalSocket* connection);
+    void drop(QLocalSocket* connection);
+
+    QLocalServer _server;
+    QList<QLocalSocket*> _connections; ///< the oldest first
+};
