@@ -5,7 +5,7 @@ find_package(Threads REQUIRED)
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(LibConfig REQUIRED IMPORTED_TARGET libconfig++)
-find_package(OpenCV REQUIRED COMPONENTS core imgproc imgcodecs videoio)
+find_package(OpenCV REQUIRED COMPONENTS calib3d core imgcodecs imgproc videoio)
 
 if(BUILD_TESTING)
     find_package(GTest REQUIRED)

@@ -1,0 +1,44 @@
+# SPDX-License-Identifier: Apache-2.0
+# What run.sh and test.sh share: the packages that are needed, and the build. Sourced, with `root` set to the top of
+# the tree.
+
+build="$root/build/release"
+
+packages=(
+    cmake g++ ninja-build pkg-config
+    qtbase5-dev libconfig++-dev
+    libopencv-calib3d-dev libopencv-core-dev libopencv-imgcodecs-dev libopencv-imgproc-dev libopencv-videoio-dev
+    fonts-open-sans xauth xvfb
+    libbenchmark-dev libgmock-dev libgtest-dev
+)
+
+# Installs the Debian packages of the list that are missing, and says which.
+install_missing_packages() {
+    if ! command -v dpkg-query >/dev/null; then
+        echo "This is not a Debian system; these packages, or their like, are needed: ${packages[*]}"
+        return
+    fi
+    local missing=() package
+    for package in "${packages[@]}"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    echo "Installing Debian packages: ${missing[*]}"
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Neither root nor sudo: as root, please run: apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" apt-get update -q
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
+}
+
+# build_targets TARGET...: configures a Release build and builds the targets.
+build_targets() {
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release
+    cmake --build "$build" --target "$@"
+}

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Installs what is missing, builds the program and starts it.
+#
+#   ./run.sh                         on the simulated camera
+#   ./run.sh playback:FOLDER         on recorded pictures: FOLDER/left and FOLDER/right
+#   ./run.sh playback:FILE           on a side-by-side video
+#   ./run.sh none                    without a camera
+#
+# Without a display the program starts on a virtual one; when live frames are on the screen, a picture of it goes to
+# build/screenshot.png, the status text is printed, and the program ends.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$root/packaging/prepare.sh"
+
+[ $# -le 1 ] || { echo "usage: $0 [SOURCE]" >&2; exit 2; }
+[ $# -eq 0 ] || export VYR_SOURCE=$1
+
+install_missing_packages
+build_targets program
+
+if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
+    exec "$build/bin/VYRDashboard"
+fi
+
+screenshot="$root/build/screenshot.png"
+rm -f "$screenshot"
+echo "There is no display: starting on a virtual one."
+export QT_PLUGIN_PATH="$build/tools" QT_QPA_PLATFORM=xcb
+QT_QPA_GENERIC_PLUGINS="vyrscreenshot:$screenshot" \
+    xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" "$build/bin/VYRDashboard"
+[ -f "$screenshot" ] || { echo "No screenshot was taken. Is the program running already?" >&2; exit 1; }
+echo "Screenshot: $screenshot"
