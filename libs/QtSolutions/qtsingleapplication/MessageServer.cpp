@@ -64,11 +64,10 @@ void MessageServer::read(QLocalSocket* connection)
     Q_EMIT messageReceived(message); // last: a receiver may run an event loop or end the application
 }
 
-/// Confirms the message and hears no more of this connection. It is gone when the sender has read the answer, or
+/// Confirms the message and ends the connection. It is gone when the sender has read the answer, or
 /// when its time is over.
 void MessageServer::answer(QLocalSocket* connection)
 {
-    disconnect(connection, &QLocalSocket::readyRead, this, nullptr);
     connection->write(frameAnswer());
     connection->flush();
     connection->disconnectFromServer();

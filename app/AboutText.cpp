@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the About box says.
+
+#include "AboutText.h"
+
+#include "Identity.h"
+#include "Vendor.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+QString aboutText()
+{
+    return QCoreApplication::translate(
+               "ApplicationWindow",
+               "<h1>VYR Dashboard</h1><h3>Version %1</h3>"
+               "<p>A modular system for building advanced vision systems.</p>"
+               "<small>"
+               "<p>%2</p>"
+               "<p>License: <a style=color:white href=\"%3\">%3</a></p>"
+               "<p>You can learn more about this application at: <a style=color:white href=\"%4\">%4</a></p>"
+               "<p>VYR Dashboard is distributed by %2 in the hope that it will be useful, but WITHOUT ANY WARRANTY; "
+               "without even the implied warranty of MERCHANTABILITY or FITNESS FOR A PARTICULAR PURPOSE.</p>"
+               "</small>")
+        .arg(QLatin1String(Identity::applicationVersion), QLatin1String(Vendor::organizationName),
+             QLatin1String(Vendor::licenceTerms), QLatin1String(Vendor::webSite));
+}

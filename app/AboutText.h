@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the About box says.
+
+#pragma once
+
+class QString;
+
+/// The body of the About box, as rich text in the user's language.
+QString aboutText();

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: Apache-2.0
+// The registry of the apps: finds, loads, switches and polls them.
+
+#include "AppManager.h"
+
+#include "AppInterface.h"
+#include "HostEnvironmentInterface.h"
+#include "StatusBarText.h"
+
+#include <app/AppSettings.h>
+#include <camera/VYRCameraDevice.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDockWidget>
+#include <QEvent>
+#include <QLoggingCategory>
+#include <QMutexLocker>
+#include <QPluginLoader>
+
+namespace {
+
+// Off until a rule turns it on: users are not told of files that are no apps.
+Q_LOGGING_CATEGORY(appsLog, "vyr.apps", QtFatalMsg)
+
+void clear(StatusBarText* field)
+{
+    if (field != nullptr) {
+        field->setStatusText(QString());
+    }
+}
+
+} // namespace
+
+void AppManager::setHost(HostEnvironmentInterface* host)
+{
+    _host = host;
+}
+
+bool AppManager::loadApps()
+{
+    return loadAppsFrom(QDir(QCoreApplication::applicationDirPath()));
+}
+
+bool AppManager::loadAppsFrom(const QDir& folder)
+{
+    const QStringList names = folder.entryList({QStringLiteral("*App.so")}, QDir::Files);
+    for (const QString& name : names) {
+        QPluginLoader loader(folder.absoluteFilePath(name));
+        loader.load();
+        auto* const app = qobject_cast<AppInterface*>(loader.instance());
+        if (app == nullptr) {
+            // Deliberately not unloaded: a library that is no app may already have registered things with the
+            // process that would be left dangling.
+            qCWarning(appsLog) << "Not an app:" << loader.fileName() << loader.errorString();
+            continue;
+        }
+        if (!isUsable(*app)) {
+            qCInfo(appsLog) << "Requires a camera:" << loader.fileName();
+            loader.unload();
+            continue;
+        }
+        accept(app);
+    }
+    return !_apps.isEmpty();
+}
+
+bool AppManager::isUsable(AppInterface& app) const
+{
+    return !app.requiresCamera() || _host->cameraDevice()->IsOpen();
+}
+
+void AppManager::accept(AppInterface* app)
+{
+    AppInfo info;
+    info.name = app->name();
+    info.version = app->version();
+    info.description = app->description();
+    info.icon = app->icon();
+    _infos.append(info);
+    _apps.insert(_apps.size(), app);
+}
+
+void AppManager::initializeApps()
+{
+    for (AppInterface* const app : qAsConst(_apps)) {
+        app->initialize(_host);
+    }
+}
+
+int AppManager::startAppIndex(const QString& name) const
+{
+    for (auto app = _apps.cbegin(); app != _apps.cend(); ++app) {
+        if (app.value()->name() == name) {
+            return app.key();
+        }
+    }
+    return 0;
+}
+
+void AppManager::setCurrentApp(int index)
+{
+    AppInterface* const next = _apps.value(index, nullptr);
+    if (next == nullptr) {
+        return;
+    }
+    const QMutexLocker locker(&_appLock);
+    if (AppInterface* const previous = currentApp()) {
+        previous->stop();
+    }
+    clear(_host->statusText(0));
+    clear(_host->statusText(1));
+    _host->bottomDock()->hide();
+    _currentAppIndex = index;
+    next->start();
+    AppSettings::instance().currentApp = next->name();
+    saveSettings();
+}
+
+void AppManager::startCurrentApp()
+{
+    if (AppInterface* const app = currentApp()) {
+        const QMutexLocker locker(&_appLock);
+        app->start();
+    }
+}
+
+void AppManager::stopCurrentApp()
+{
+    if (AppInterface* const app = currentApp()) {
+        const QMutexLocker locker(&_appLock);
+        app->stop();
+    }
+}
+
+void AppManager::pollCurrentApp()
+{
+    if (AppInterface* const app = currentApp()) {
+        const QMutexLocker locker(&_appLock);
+        if (app->updatePending()) {
+            app->update();
+        }
+    }
+}
+
+bool AppManager::offerEvent(QEvent* event)
+{
+    AppInterface* const app = currentApp();
+    if (event->type() != QEvent::KeyPress || app == nullptr) {
+        return false;
+    }
+    const QMutexLocker locker(&_appLock);
+    return app->handleKeyEvent(event);
+}

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+// The registry of the apps: finds, loads, switches and polls them.
+
+#pragma once
+
+#include "AppInfo.h"
+
+#include <QList>
+#include <QMap>
+#include <QMutex>
+
+class AppInterface;
+class HostEnvironmentInterface;
+class QDir;
+class QEvent;
+
+/// Keeps the accepted apps and drives the current one; a base of the main window.
+///
+/// Order of calls: setHost(), loadApps(), initializeApps(), then setCurrentApp() whenever the user chooses.
+///
+/// Every call into the current app is made under the app lock: start(), stop(), updatePending() with update(), and
+/// handleKeyEvent(). name(), initialize() and createSettingsWidget() are called without it. The lock is not
+/// recursive, so apps must not call back into an operation that takes it.
+///
+/// Ownership: the apps are owned by Qt's plug-in loader and live until the process ends; the host is borrowed.
+/// Thread: GUI thread.
+class AppManager
+{
+public:
+    AppManager() = default;
+    AppManager(const AppManager&) = delete;
+    AppManager& operator=(const AppManager&) = delete;
+
+    /// Sets what apps are given of the host. To be called before anything else.
+    void setHost(HostEnvironmentInterface* host);
+
+    /// Loads the apps that lie in the folder of the running executable. True when at least one was accepted.
+    ///
+    /// To be called once, after the camera node exists: apps that require a camera are accepted only when it is open.
+    /// A file that is no app is skipped and nothing is reported.
+    bool loadApps();
+
+    /// Does the same with the apps of a folder: its regular files named *App.so, by name without regard to case.
+    bool loadAppsFrom(const QDir& folder);
+
+    /// Hands the host to every app, in ascending index.
+    void initializeApps();
+
+    /// The index of the first app with this name, compared exactly; 0 when there is none.
+    int startAppIndex(const QString& name) const;
+
+    /// Makes the app at `index` current: stops the current app if there is one, clears both status fields, hides the
+    /// bottom dock, starts the new one, and saves its name in the settings file. The current app itself is no
+    /// exception: it is stopped and started. An index without an app changes nothing.
+    void setCurrentApp(int index);
+
+    /// The current app's index; -1 before the first switch.
+    int currentAppIndex() const { return _currentAppIndex; }
+
+    /// The current app, or null.
+    AppInterface* currentApp() const { return _apps.value(_currentAppIndex, nullptr); }
+
+    /// The apps by index: 0, 1, 2, … in the order of acceptance.
+    const QMap<int, AppInterface*>& apps() const { return _apps; }
+
+    /// What is shown of the apps, by index.
+    const QList<AppInfo>& appInfos() const { return _infos; }
+
+    /// The app lock.
+    QMutex& appLock() { return _appLock; }
+
+    /// Tells the current app to start or to stop; without one nothing happens.
+    void startCurrentApp();
+    void stopCurrentApp();
+
+    /// Lets the current app draw if it has anything pending.
+    void pollCurrentApp();
+
+    /// Offers a key press to the current app; true when it has used it up. Other events are not offered.
+    bool offerEvent(QEvent* event);
+
+protected:
+    ~AppManager() = default;
+
+private:
+    void accept(AppInterface* app);
+    bool isUsable(AppInterface& app) const;
+
+    int _currentAppIndex = -1;
+    HostEnvironmentInterface* _host = nullptr;
+    QMap<int, AppInterface*> _apps;
+    QList<AppInfo> _infos;
+    QMutex _appLock;
+};
