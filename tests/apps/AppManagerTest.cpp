@@ -1,0 +1,507 @@
+// SPDX-License-Identifier: Apache-2.0
+// Finding, accepting, switching and driving apps, with real shared libraries.
+
+#include "TestAppsFolder.h"
+
+#include <app/AppSettings.h>
+#include <apps/AppInterface.h>
+#include <apps/AppManager.h>
+#include <apps/HostEnvironmentInterface.h>
+#include <apps/StatusBarText.h>
+#include <camera/VYRCameraDevice.h>
+
+#include <FakeVYR.h>
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QKeyEvent>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+#include <memory>
+#include <type_traits>
+
+// Apps are called by slot: a destructor among them would move every one of the slots.
+static_assert(std::is_polymorphic_v<AppInterface> && !std::has_virtual_destructor_v<AppInterface>);
+static_assert(std::is_polymorphic_v<HostEnvironmentInterface> && !std::has_virtual_destructor_v<HostEnvironmentInterface>);
+static_assert(std::is_polymorphic_v<StatusBarText> && !std::has_virtual_destructor_v<StatusBarText>);
+
+namespace {
+
+class Field final : public StatusBarText
+{
+public:
+    explicit Field(const char* name)
+        : _name(name)
+    {
+    }
+
+    void setStatusText(QString text) override
+    {
+        TestApps::log().append(QString("%1=%2").arg(_name, text));
+    }
+
+    void setStatusTextColored(QString, QColor) override {}
+    void setStatusVisible(bool) override {}
+
+private:
+    const char* _name;
+};
+
+/// Notes when it is hidden, as the window's bottom dock.
+class Dock : public QDockWidget
+{
+public:
+    void setVisible(bool visible) override
+    {
+        QDockWidget::setVisible(visible);
+        TestApps::log().append(visible ? "dock shown" : "dock hidden");
+    }
+};
+
+class Host final : public HostEnvironmentInterface
+{
+public:
+    QDockWidget* centralDock() override { return nullptr; }
+    QDockWidget* sideDock() override { return nullptr; }
+    QDockWidget* bottomDock() override { return &_dock; }
+    StatusBarText* statusText(int index) override { return index == 0 ? &_field0 : &_field1; }
+    VYRCameraDevice* cameraDevice() override { return &_camera; }
+    VYRResolutionInfo currentResolution() override { return {}; }
+
+private:
+    Dock _dock;
+    Field _field0{"field 0"};
+    Field _field1{"field 1"};
+    VYRCameraDevice _camera{5, 320, 240, 30.0F};
+};
+
+class Manager : public AppManager
+{
+};
+
+Manager* probedManager = nullptr;
+
+/// Notes with each operation whether the app lock is held around it.
+void noteWithLock(const char* app, const char* operation)
+{
+    const bool free = probedManager->appLock().tryLock();
+    if (free) {
+        probedManager->appLock().unlock();
+    }
+    TestApps::log().append(QString("%1.%2 %3").arg(app, operation, free ? "free" : "locked"));
+}
+
+QKeyEvent keyPress()
+{
+    return QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a");
+}
+
+class AppManagerTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        FakeVYR::reset();
+        TestApps::reset();
+        probedManager = &manager;
+        AppSettings::instance() = AppSettings();
+        QDir(QCoreApplication::applicationDirPath()).mkdir("settings");
+        QFile::remove(settingsFilePath());
+    }
+
+    void TearDown() override
+    {
+        QDir(QCoreApplication::applicationDirPath() + "/settings").removeRecursively();
+    }
+
+    void install(const QString& name, const QString& fileName)
+    {
+        TestApps::install(name, folder(), fileName);
+    }
+
+    QDir folder() const
+    {
+        return QDir(_folder.path());
+    }
+
+    bool load(bool withCamera = true)
+    {
+        FakeVYR::setOpens(withCamera);
+        host = std::make_unique<Host>();
+        manager.setHost(host.get());
+        return manager.loadAppsFrom(folder());
+    }
+
+    void loadTwo()
+    {
+        install("One", "OneApp.so");
+        install("Two", "TwoApp.so");
+        ASSERT_TRUE(load());
+        manager.initializeApps();
+        TestApps::log().clear();
+    }
+
+    QStringList names() const
+    {
+        QStringList result;
+        for (const AppInfo& info : manager.appInfos()) {
+            result.append(info.name);
+        }
+        return result;
+    }
+
+    static bool isMapped(const QString& path)
+    {
+        QFile maps("/proc/self/maps");
+        return maps.open(QIODevice::ReadOnly) && maps.readAll().contains(path.toUtf8());
+    }
+
+    Manager manager;
+    std::unique_ptr<Host> host;
+
+private:
+    QTemporaryDir _folder; // of its own for each test: a loader remembers libraries by their paths
+};
+
+TEST_F(AppManagerTest, AnEmptyFolderHoldsNoApps)
+{
+    EXPECT_FALSE(load());
+    EXPECT_TRUE(manager.apps().isEmpty());
+    EXPECT_TRUE(manager.appInfos().isEmpty());
+    EXPECT_EQ(manager.currentAppIndex(), -1);
+    EXPECT_EQ(manager.currentApp(), nullptr);
+}
+
+TEST_F(AppManagerTest, LoadsAppsFromTheFolderOfTheExecutable)
+{
+    const QDir here(QCoreApplication::applicationDirPath());
+    QFile::remove(here.filePath("HereApp.so"));
+    TestApps::install("One", here, "HereApp.so");
+    host = std::make_unique<Host>();
+    manager.setHost(host.get());
+    EXPECT_TRUE(manager.loadApps());
+    EXPECT_EQ(names(), QStringList("One"));
+    QFile::remove(here.filePath("HereApp.so"));
+}
+
+TEST_F(AppManagerTest, AsksAnAppInOrderWhileLoading)
+{
+    install("One", "OneApp.so");
+    ASSERT_TRUE(load());
+    EXPECT_EQ(TestApps::log(), QStringList({"One.constructed", "One.requiresCamera", "One.name", "One.version",
+                                            "One.description", "One.icon"}));
+}
+
+TEST_F(AppManagerTest, KeepsWhatIsShownOfAnApp)
+{
+    install("One", "OneApp.so");
+    ASSERT_TRUE(load());
+    ASSERT_EQ(manager.appInfos().size(), 1);
+    const AppInfo& info = manager.appInfos().first();
+    EXPECT_EQ(info.name, "One");
+    EXPECT_EQ(info.version, "1.2.3");
+    EXPECT_EQ(info.description, "App One");
+    EXPECT_EQ(info.icon.pixmap(8, 8).toImage().pixelColor(4, 4), QColor(Qt::green));
+}
+
+TEST_F(AppManagerTest, VisitsFilesByNameWithoutRegardToCase)
+{
+    install("Two", "BApp.so");
+    install("One", "aApp.so");
+    install("Three", "cApp.so");
+    ASSERT_TRUE(load());
+    EXPECT_EQ(names(), QStringList({"One", "Two", "Three"}));
+    EXPECT_EQ(manager.apps().keys(), QList<int>({0, 1, 2}));
+    EXPECT_EQ(manager.apps().value(1)->name(), "Two");
+}
+
+TEST_F(AppManagerTest, VisitsNeitherOtherNamesNorFolders)
+{
+    install("One", "App.so.1");
+    install("One", "OneApp.so.bak");
+    install("One", "libOne.so");
+    ASSERT_TRUE(folder().mkdir("xApp.so"));
+    EXPECT_FALSE(load());
+    EXPECT_TRUE(TestApps::log().isEmpty());
+}
+
+TEST_F(AppManagerTest, SkipsWhatIsNoPlugIn)
+{
+    install("NoPlugin", "aApp.so");
+    install("MissingSymbol", "bApp.so");
+    QFile text(folder().filePath("cApp.so"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("not a library");
+    text.close();
+    QFile empty(folder().filePath("dApp.so"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    install("One", "zApp.so");
+    EXPECT_TRUE(load());
+    EXPECT_EQ(names(), QStringList("One"));
+    EXPECT_EQ(manager.apps().firstKey(), 0);
+}
+
+TEST_F(AppManagerTest, SkipsAnUnreadableFile)
+{
+    install("One", "aApp.so");
+    ASSERT_EQ(::chmod(folder().filePath("aApp.so").toUtf8(), 0), 0);
+    if (QFile(folder().filePath("aApp.so")).open(QIODevice::ReadOnly)) {
+        GTEST_SKIP() << "root reads everything";
+    }
+    EXPECT_FALSE(load());
+}
+
+TEST_F(AppManagerTest, SkipsAnotherInterfaceAndLeavesItLoaded)
+{
+    install("OtherInterface", "aApp.so");
+    install("One", "bApp.so");
+    EXPECT_TRUE(load());
+    EXPECT_EQ(names(), QStringList("One"));
+    EXPECT_TRUE(isMapped(folder().filePath("aApp.so")));
+}
+
+TEST_F(AppManagerTest, WithoutACameraAnAppThatRequiresOneIsUnloadedAndTheNextGetsIndexZero)
+{
+    install("Camera", "aApp.so");
+    install("Two", "bApp.so");
+    EXPECT_TRUE(load(false));
+    EXPECT_EQ(names(), QStringList("Two"));
+    EXPECT_EQ(manager.apps().keys(), QList<int>({0}));
+    EXPECT_EQ(TestApps::log().filter("Camera."),
+              QStringList({"Camera.constructed", "Camera.requiresCamera", "Camera.destroyed"}));
+}
+
+TEST_F(AppManagerTest, WithACameraAnAppThatRequiresOneIsAccepted)
+{
+    install("Camera", "aApp.so");
+    EXPECT_TRUE(load(true));
+    EXPECT_EQ(names(), QStringList("Camera"));
+}
+
+TEST_F(AppManagerTest, InitializesEveryAppInAscendingIndexWithoutTheLock)
+{
+    install("Two", "aApp.so");
+    install("One", "bApp.so");
+    ASSERT_TRUE(load());
+    TestApps::log().clear();
+    TestApps::setProbe(noteWithLock);
+    manager.initializeApps();
+    EXPECT_EQ(TestApps::log(), QStringList({"Two.initialize free", "One.initialize free"}));
+}
+
+TEST_F(AppManagerTest, TheFirstSwitchStopsNobodyAndSavesTheName)
+{
+    loadTwo();
+    manager.setCurrentApp(1);
+    EXPECT_EQ(TestApps::log(),
+              QStringList({"field 0=", "field 1=", "dock hidden", "Two.start", "Two.name"}));
+    EXPECT_EQ(manager.currentAppIndex(), 1);
+    EXPECT_EQ(manager.currentApp()->name(), "Two");
+    EXPECT_EQ(AppSettings::instance().currentApp, "Two");
+    AppSettings::instance() = AppSettings();
+    loadSettings();
+    EXPECT_EQ(AppSettings::instance().currentApp, "Two");
+}
+
+TEST_F(AppManagerTest, ASwitchStopsTheOldAppClearsTheHostAndStartsTheNewOneInThisOrder)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::log().clear();
+    manager.setCurrentApp(1);
+    EXPECT_EQ(TestApps::log(), QStringList({"One.stop", "field 0=", "field 1=", "dock hidden", "Two.start", "Two.name"}));
+}
+
+TEST_F(AppManagerTest, SwitchingToTheCurrentAppStopsAndStartsItAndWritesTheFile)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::log().clear();
+    ASSERT_TRUE(QFile::remove(settingsFilePath()));
+    manager.setCurrentApp(0);
+    EXPECT_EQ(TestApps::log(), QStringList({"One.stop", "field 0=", "field 1=", "dock hidden", "One.start", "One.name"}));
+    EXPECT_TRUE(QFile::exists(settingsFilePath()));
+}
+
+TEST_F(AppManagerTest, AnIndexWithoutAnAppChangesNothing)
+{
+    loadTwo();
+    manager.setCurrentApp(1);
+    TestApps::log().clear();
+    ASSERT_TRUE(QFile::remove(settingsFilePath()));
+    for (const int index : {-1, 2, 1000}) {
+        manager.setCurrentApp(index);
+    }
+    EXPECT_TRUE(TestApps::log().isEmpty());
+    EXPECT_EQ(manager.currentAppIndex(), 1);
+    EXPECT_FALSE(QFile::exists(settingsFilePath()));
+}
+
+TEST_F(AppManagerTest, TheBottomDockIsHiddenAfterASwitchEvenIfThePreviousAppHadShownIt)
+{
+    loadTwo();
+    TestApps::set("showsBottomDock", true);
+    manager.setCurrentApp(0);
+    EXPECT_FALSE(host->bottomDock()->isHidden());
+    TestApps::set("showsBottomDock", false);
+    manager.setCurrentApp(1);
+    EXPECT_TRUE(host->bottomDock()->isHidden());
+}
+
+TEST_F(AppManagerTest, TheLockIsHeldAroundEveryCallIntoTheCurrentAppAndForTheWholeSwitch)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::setProbe(noteWithLock);
+    TestApps::log().clear();
+    TestApps::set("pending", true);
+    QKeyEvent key = keyPress();
+    manager.setCurrentApp(1);
+    manager.pollCurrentApp();
+    manager.offerEvent(&key);
+    manager.stopCurrentApp();
+    manager.startCurrentApp();
+    const QStringList calls = TestApps::log().filter(".");
+    EXPECT_EQ(calls, QStringList({"One.stop locked", "Two.start locked", "Two.name locked", "Two.updatePending locked",
+                                  "Two.update locked", "Two.handleKeyEvent locked", "Two.stop locked",
+                                  "Two.start locked"}));
+    EXPECT_TRUE(manager.appLock().tryLock()) << "a call has left the lock behind";
+    manager.appLock().unlock();
+}
+
+TEST_F(AppManagerTest, TheLockIsFreeWhileNamesAreAskedFor)
+{
+    loadTwo();
+    TestApps::setProbe(noteWithLock);
+    manager.startAppIndex("Two");
+    EXPECT_EQ(TestApps::log(), QStringList({"One.name free", "Two.name free"}));
+}
+
+TEST_F(AppManagerTest, TheStartAppIsTheFirstWithTheSavedName)
+{
+    loadTwo();
+    EXPECT_EQ(manager.startAppIndex("Two"), 1);
+    EXPECT_EQ(manager.startAppIndex("One"), 0);
+}
+
+TEST_F(AppManagerTest, TheSearchForTheStartAppEndsAtTheFirstMatch)
+{
+    loadTwo();
+    manager.startAppIndex("One");
+    EXPECT_EQ(TestApps::log(), QStringList("One.name"));
+}
+
+TEST_F(AppManagerTest, AnUnknownSavedNameFallsBackToTheFirstApp)
+{
+    loadTwo();
+    EXPECT_EQ(manager.startAppIndex("Gone"), 0);
+    EXPECT_EQ(manager.startAppIndex(""), 0);
+    EXPECT_EQ(manager.startAppIndex("two"), 0) << "names are compared exactly";
+}
+
+TEST_F(AppManagerTest, PollingUpdatesOnlyWhenSomethingIsPending)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::log().clear();
+    manager.pollCurrentApp();
+    EXPECT_EQ(TestApps::log(), QStringList({"One.updatePending"}));
+    TestApps::set("pending", true);
+    TestApps::log().clear();
+    manager.pollCurrentApp();
+    EXPECT_EQ(TestApps::log(), QStringList({"One.updatePending", "One.update"}));
+}
+
+TEST_F(AppManagerTest, OnlyKeyPressesAreOffered)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::log().clear();
+    TestApps::set("consumesKeys", true);
+    QKeyEvent press = keyPress();
+    EXPECT_TRUE(manager.offerEvent(&press));
+    EXPECT_EQ(TestApps::log(), QStringList("One.handleKeyEvent"));
+    for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::ShortcutOverride}) {
+        QKeyEvent other(type, Qt::Key_A, Qt::NoModifier);
+        EXPECT_FALSE(manager.offerEvent(&other));
+    }
+    QEvent close(QEvent::Close);
+    EXPECT_FALSE(manager.offerEvent(&close));
+    EXPECT_EQ(TestApps::log().size(), 1);
+}
+
+TEST_F(AppManagerTest, AKeyThatTheAppDoesNotUseIsNotConsumed)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    QKeyEvent press = keyPress();
+    EXPECT_FALSE(manager.offerEvent(&press));
+}
+
+TEST_F(AppManagerTest, WithoutACurrentAppNobodyIsCalled)
+{
+    loadTwo();
+    TestApps::set("consumesKeys", true);
+    TestApps::set("pending", true);
+    QKeyEvent press = keyPress();
+    EXPECT_FALSE(manager.offerEvent(&press));
+    manager.pollCurrentApp();
+    manager.startCurrentApp();
+    manager.stopCurrentApp();
+    EXPECT_TRUE(TestApps::log().isEmpty());
+}
+
+TEST_F(AppManagerTest, AppsStayLoadedAfterTheRegistryIsGone)
+{
+    install("One", "OneApp.so");
+    AppInterface* app = nullptr;
+    {
+        Manager shortLived;
+        host = std::make_unique<Host>();
+        shortLived.setHost(host.get());
+        ASSERT_TRUE(shortLived.loadAppsFrom(folder()));
+        app = shortLived.apps().value(0);
+    }
+    EXPECT_EQ(app->name(), "One");
+    EXPECT_TRUE(TestApps::logged("destroyed").isEmpty());
+}
+
+TEST_F(AppManagerTest, AnAppBuiltApartIsCalledBySlot)
+{
+    qApp->setProperty("slots", QStringList());
+    install("BySlot", "BySlotApp.so");
+    ASSERT_TRUE(load());
+    EXPECT_EQ(qApp->property("slots").toStringList(), QStringList({"1", "2", "3", "4", "5"}));
+    const AppInfo& info = manager.appInfos().first();
+    EXPECT_EQ(info.name, "BySlot");
+    EXPECT_EQ(info.version, "slot 3");
+    EXPECT_EQ(info.description, "slot 4");
+
+    qApp->setProperty("slots", QStringList());
+    AppInterface* const app = manager.apps().first();
+    QKeyEvent press = keyPress();
+    app->reserved();
+    app->start();
+    app->stop();
+    EXPECT_TRUE(app->updatePending());
+    app->update();
+    EXPECT_TRUE(app->handleKeyEvent(&press));
+    EXPECT_EQ(app->createSettingsWidget(nullptr), nullptr);
+    app->initialize(nullptr);
+    EXPECT_EQ(qApp->property("slots").toStringList(), QStringList({"6", "7", "8", "9", "10", "11", "12", "0"}));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
