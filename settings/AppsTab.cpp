@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+// The list of apps.
+
+#include "AppsTab.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+QString toolTipFor(const AppInfo& app)
+{
+    return QStringLiteral("Name: ") + app.name + QStringLiteral("\nVersion: ") + app.version
+        + QStringLiteral("\nDescription: ") + app.description;
+}
+
+} // namespace
+
+AppsTab::AppsTab(const QList<AppInfo>& apps, int currentApp, QWidget* parent)
+    : QWidget(parent),
+      _list(new QListWidget(this))
+{
+    _list->setSelectionMode(QAbstractItemView::SingleSelection);
+    // First, for it resets flow, wrapping and movement.
+    _list->setViewMode(QListView::IconMode);
+    _list->setUniformItemSizes(true);
+    _list->setIconSize(QSize(72, 72));
+    _list->setFlow(QListView::LeftToRight);
+    _list->setWrapping(false);
+    _list->setMovement(QListView::Static);
+    _list->setStyleSheet(QStringLiteral("QListWidget::item{padding:6px;}"));
+    for (const AppInfo& app : apps) {
+        auto* item = new QListWidgetItem(app.icon, app.name, _list);
+        item->setToolTip(toolTipFor(app));
+    }
+    _list->setCurrentRow(currentApp);
+    connect(_list, &QListWidget::itemDoubleClicked, this, &AppsTab::appActivated);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(new QLabel(tr("Available Apps/Plugins"), this));
+    layout->addWidget(_list);
+}
+
+int AppsTab::selectedAppOtherThan(int currentApp) const
+{
+    for (int index = 0; index < _list->count(); ++index) {
+        if (index != currentApp && _list->item(index)->isSelected()) {
+            return index;
+        }
+    }
+    return -1;
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+// The tree of camera facts.
+
+#include "DevicesTab.h"
+
+#include <camera/VYRCameraDevice.h>
+
+#include <QLabel>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+void addRow(QTreeWidgetItem* device, const QString& title, const QString& value)
+{
+    new QTreeWidgetItem(device, QStringList({title, value}));
+}
+
+} // namespace
+
+DevicesTab::DevicesTab(const VYRCameraDevice* camera, QWidget* parent)
+    : QWidget(parent)
+{
+    auto* tree = new QTreeWidget(this);
+    tree->setColumnCount(2);
+    tree->setHeaderLabels({tr("Title"), tr("Details")});
+    tree->setColumnWidth(0, 200);
+    auto* device = new QTreeWidgetItem(tree, QStringList(tr("VYR Device")));
+    device->setFlags(Qt::ItemIsEnabled);
+    addRow(device, tr("Device Name"), camera->DeviceName());
+    addRow(device, tr("Serial Number"), camera->SerialNumber());
+    addRow(device, tr("Firmware Version"), camera->FirmwareVersion());
+    addRow(device, tr("Firmware Build Time"), camera->FirmwareBuildTime());
+    addRow(device, tr("Software Version"), camera->LibraryVersion());
+    device->setExpanded(true);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(new QLabel(tr("Available Devices"), this));
+    layout->addWidget(tree);
+}

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: Apache-2.0
+// Properties of the capture mode, and how an edit of one finds its way to a supported mode.
+
+#include "ResolutionSettings.h"
+
+#include "ResolutionTable.h"
+#include "ResolutionVisualization.h"
+#include "SensorGeometry.h"
+
+#include <camera/BinningNames.h>
+
+#include <QtEnumEditorFactory>
+#include <QtEnumPropertyManager>
+#include <QtGroupBoxPropertyBrowser>
+#include <QtGroupPropertyManager>
+#include <QtIntPropertyManager>
+#include <QtSliderFactory>
+#include <QtSpinBoxFactory>
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int sizeStep = 4;              // pixels
+constexpr float sensorPixelSize = 5.0F;  // widget pixels: large enough for the cells to be told apart unbinned
+
+QStringList binningNames()
+{
+    return binningCodeByName().keys();
+}
+
+} // namespace
+
+ResolutionSettings::ResolutionSettings(const VYRResolutionInfo& resolution, const ResolutionTable& table,
+                                       QWidget* parent)
+    : QWidget(parent),
+      _table(table),
+      _resolution(resolution),
+      _intManager(new QtIntPropertyManager(this)),
+      _enumManager(new QtEnumPropertyManager(this)),
+      _groupManager(new QtGroupPropertyManager(this)),
+      _spinBoxFactory(new QtSpinBoxFactory(this)),
+      _sliderFactory(new QtSliderFactory(this)),
+      _enumFactory(new QtEnumEditorFactory(this)),
+      _visualization(new ResolutionVisualization(table, resolution, this))
+{
+    createProperties();
+    layOut();
+    setResolution(resolution);
+    _modified = false;
+    connect(_visualization, &ResolutionVisualization::CameraResolutionChanged, this,
+            &ResolutionSettings::setResolutionFromGui);
+    connect(_intManager, &QtIntPropertyManager::valueChanged, this, &ResolutionSettings::intPropertyValueChanged);
+    connect(_enumManager, &QtEnumPropertyManager::valueChanged, this, &ResolutionSettings::enumPropertyValueChanged);
+}
+
+VYRResolutionInfo ResolutionSettings::resolution() const
+{
+    return _resolution;
+}
+
+bool ResolutionSettings::isModified() const
+{
+    return _modified;
+}
+
+void ResolutionSettings::setResolutionFromGui(VYRResolutionInfo pResolution)
+{
+    _modified = true;
+    _resolution = pResolution;
+    showSizeAndFrameRate();
+}
+
+void ResolutionSettings::intPropertyValueChanged(QtProperty* property, int value)
+{
+    if (_updating) {
+        return;
+    }
+    _modified = true;
+    if (property == _frameRate) {
+        _resolution.fps = frameRateFor(_resolution);
+        return;
+    }
+    if (!_table.limits(_resolution.binning)) {
+        return;
+    }
+    if (property == _width && value != _resolution.width) {
+        editSize(property, value, false);
+    } else if (property == _height && value != _resolution.height) {
+        editSize(property, value, true);
+    }
+}
+
+void ResolutionSettings::enumPropertyValueChanged(QtProperty*, int index)
+{
+    _modified = true;
+    const int binning = binningCodeByName().value(binningNames().value(index));
+    _visualization->setSensorBinning(binning);
+    if (_resolution.binning != binning) {
+        showBinning(); // the camera has no mode of the binning that was chosen
+    }
+}
+
+void ResolutionSettings::createProperties()
+{
+    _resolutionGroup = _groupManager->addProperty(tr("Resolution"));
+    _width = _intManager->addProperty(tr("Width"));
+    _height = _intManager->addProperty(tr("Height"));
+    _binning = _enumManager->addProperty(tr("Binning"));
+    _frameRate = _intManager->addProperty();
+
+    _intManager->setRange(_width, 0, 752);
+    _intManager->setRange(_height, 0, 480);
+    _intManager->setSingleStep(_width, sizeStep);
+    _intManager->setSingleStep(_height, sizeStep);
+    _enumManager->setEnumNames(_binning, binningNames());
+    _resolutionGroup->addSubProperty(_width);
+    _resolutionGroup->addSubProperty(_height);
+}
+
+void ResolutionSettings::layOut()
+{
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(createPropertyArea(), 0, 0);
+    layout->addWidget(createVisualizationArea(), 1, 0);
+    layout->addWidget(createFrameRateRow(), 2, 0);
+}
+
+QWidget* ResolutionSettings::createPropertyArea()
+{
+    auto* area = new QWidget(this);
+    auto* sizeBrowser = new QtGroupBoxPropertyBrowser(area);
+    sizeBrowser->setFactoryForManager(_intManager, _spinBoxFactory);
+    sizeBrowser->addProperty(_resolutionGroup);
+    auto* binningBrowser = new QtGroupBoxPropertyBrowser(area);
+    binningBrowser->setFactoryForManager(_enumManager, _enumFactory);
+    binningBrowser->addProperty(_binning);
+    binningBrowser->setStyleSheet(QStringLiteral("padding-top:10px;"));
+
+    auto* layout = new QHBoxLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(sizeBrowser, 1);
+    layout->addWidget(binningBrowser, 1);
+    return area;
+}
+
+QWidget* ResolutionSettings::createVisualizationArea()
+{
+    _visualization->setMinimumSize(320, 240);
+    _visualization->setSensorResolution(sensorSize(_table));
+    _visualization->setSensorPixelSize(sensorPixelSize);
+    _visualization->setSensorGrayscale(true); // both sensors of the camera are monochrome
+
+    auto* area = new QWidget(this);
+    auto* layout = new QGridLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(_visualization, 0, 0, Qt::AlignCenter);
+    return area;
+}
+
+QWidget* ResolutionSettings::createFrameRateRow()
+{
+    auto* row = new QWidget(this);
+    auto* numberBrowser = new QtGroupBoxPropertyBrowser(row);
+    numberBrowser->setFactoryForManager(_intManager, _spinBoxFactory);
+    numberBrowser->addProperty(_frameRate);
+    auto* sliderBrowser = new QtGroupBoxPropertyBrowser(row);
+    sliderBrowser->setFactoryForManager(_intManager, _sliderFactory);
+    sliderBrowser->addProperty(_frameRate);
+
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new QLabel(tr("Framerate"), row));
+    layout->addWidget(numberBrowser);
+    layout->addWidget(sliderBrowser, 1);
+    return row;
+}
+
+void ResolutionSettings::setResolution(const VYRResolutionInfo& resolution)
+{
+    _resolution = resolution;
+    if (!showSizeAndFrameRate()) {
+        return;
+    }
+    const QScopedValueRollback<bool> updating(_updating, true);
+    showBinning();
+    _visualization->setCameraResolution(resolution);
+}
+
+// Shows width, height and frame rate of the current mode within their ranges; false for an unknown binning.
+bool ResolutionSettings::showSizeAndFrameRate()
+{
+    const auto limits = _table.limits(_resolution.binning);
+    if (!limits) {
+        return false;
+    }
+    const QScopedValueRollback<bool> updating(_updating, true);
+    _intManager->setRange(_width, limits->minWidth, limits->maxWidth);
+    _intManager->setValue(_width, _resolution.width);
+    _intManager->setRange(_height, limits->minHeight, limits->maxHeight);
+    _intManager->setValue(_height, _resolution.height);
+    _intManager->setRange(_frameRate, truncated(_resolution.minFps), truncated(_resolution.maxFps));
+    _intManager->setValue(_frameRate, truncated(_resolution.fps));
+    return true;
+}
+
+void ResolutionSettings::showBinning()
+{
+    _enumManager->setValue(_binning, binningNames().indexOf(binningName(_resolution.binning)));
+}
+
+// Moves on from `value` to the next supported width or height, or back when there is none.
+void ResolutionSettings::editSize(QtProperty* property, int value, bool byHeight)
+{
+    auto found = _table.nextInRow(_resolution, value, byHeight);
+    if (found) {
+        found->fps = frameRateFor(*found);
+        _visualization->commitResolution(*found);
+    }
+    _intManager->setValue(property, byHeight ? _resolution.height : _resolution.width);
+}
+
+// The frame rate that the user sees, or the nearest that `mode` has: whole numbers miss bounds such as 0.5, and another
+// mode may not be as fast. The camera would not start at a rate that its mode does not have.
+float ResolutionSettings::frameRateFor(const VYRResolutionInfo& mode) const
+{
+    const auto shown = static_cast<float>(_intManager->value(_frameRate));
+    return std::max(std::min(shown, mode.maxFps), mode.minFps);
+}

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: Apache-2.0
+// Asking the camera library for its modes, and the lookups in them.
+
+#include "ResolutionTable.h"
+
+#include <camera/VYRLibrary.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+// As floating-point numbers, which are exact for every real sensor and cannot overflow for nonsense.
+double squaredDistance(int a, int b)
+{
+    const double distance = static_cast<double>(a) - b;
+    return distance * distance;
+}
+
+// The mode for which `measure` gives least; the first of them on a tie. Modes that `accept` refuses do not count.
+template<class Accept, class Measure>
+std::optional<VYRResolutionInfo> least(const std::vector<VYRResolutionInfo>& modes, Accept accept, Measure measure)
+{
+    const VYRResolutionInfo* best = nullptr;
+    double bestMeasure = 0.0;
+    for (const VYRResolutionInfo& mode : modes) {
+        if (!accept(mode)) {
+            continue;
+        }
+        const double modeMeasure = measure(mode);
+        if (best == nullptr || modeMeasure < bestMeasure) {
+            best = &mode;
+            bestMeasure = modeMeasure;
+        }
+    }
+    return best != nullptr ? std::optional<VYRResolutionInfo>(*best) : std::nullopt;
+}
+
+bool acceptAll(const VYRResolutionInfo&)
+{
+    return true;
+}
+
+std::vector<VYRResolutionInfo> modesOfCamera()
+{
+    std::array<VYRResolutionInfo, ResolutionTable::capacity> modes;
+    const int count = EnumerateResolutions(modes.data(), ResolutionTable::capacity, VYRAny, VYRAny, VYRAny, VYRAnyFps);
+    return {modes.begin(), modes.begin() + std::clamp(count, 0, ResolutionTable::capacity)};
+}
+
+} // namespace
+
+ResolutionTable::ResolutionTable(const std::vector<VYRResolutionInfo>& modes)
+    : _slots{{{0, {}}, {1, {}}, {2, {}}, {4, {}}, {8, {}}, {5, {}}, {9, {}}, {6, {}}, {10, {}}}}
+{
+    for (Slot& slot : _slots) {
+        std::copy_if(modes.begin(), modes.end(), std::back_inserter(slot.modes),
+                     [&slot](const VYRResolutionInfo& mode) { return mode.binning == slot.binning; });
+    }
+}
+
+const ResolutionTable& ResolutionTable::supported()
+{
+    static const ResolutionTable table(modesOfCamera());
+    return table;
+}
+
+std::optional<ResolutionLimits> ResolutionTable::limits(int binning) const
+{
+    const Slot* found = slot(binning);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    ResolutionLimits limits;
+    for (const VYRResolutionInfo& mode : found->modes) {
+        limits.minWidth = std::min(limits.minWidth, mode.width);
+        limits.minHeight = std::min(limits.minHeight, mode.height);
+        limits.maxWidth = std::max(limits.maxWidth, mode.width);
+        limits.maxHeight = std::max(limits.maxHeight, mode.height);
+    }
+    return limits;
+}
+
+std::optional<VYRResolutionInfo> ResolutionTable::largest(int binning) const
+{
+    const Slot* found = slot(binning);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    return least(found->modes, acceptAll,
+                 [](const VYRResolutionInfo& mode) { return -static_cast<double>(mode.width) * mode.height; });
+}
+
+std::optional<VYRResolutionInfo> ResolutionTable::nearest(int width, int height, int binning) const
+{
+    const Slot* found = slot(binning);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    return least(found->modes, acceptAll, [=](const VYRResolutionInfo& mode) {
+        return squaredDistance(mode.width, width) + squaredDistance(mode.height, height);
+    });
+}
+
+std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int height, int binning, bool byHeight) const
+{
+    const Slot* found = slot(binning);
+    if (found == nullptr) {
+        return std::nullopt;
+    }
+    return least(
+        found->modes,
+        [=](const VYRResolutionInfo& mode) { return byHeight ? mode.width == width : mode.height == height; },
+        [=](const VYRResolutionInfo& mode) {
+            return byHeight ? squaredDistance(mode.height, height) : squaredDistance(mode.width, width);
+        });
+}
+
+std::optional<VYRResolutionInfo> ResolutionTable::nextInRow(const VYRResolutionInfo& current, int value,
+                                                            bool byHeight) const
+{
+    const std::optional<ResolutionLimits> range = limits(current.binning);
+    if (!range) {
+        return std::nullopt;
+    }
+    const std::int64_t low = byHeight ? range->minHeight : range->minWidth;
+    const std::int64_t high = byHeight ? range->maxHeight : range->maxWidth;
+    const int step = value > (byHeight ? current.height : current.width) ? 1 : -1;
+    for (std::int64_t candidate = value; step > 0 ? candidate <= high : candidate >= low; candidate += step) {
+        const int extent = static_cast<int>(candidate);
+        const std::optional<VYRResolutionInfo> found =
+            nearestInRow(byHeight ? current.width : extent, byHeight ? extent : current.height, current.binning, byHeight);
+        if (!found) {
+            return std::nullopt;
+        }
+        // The nearest mode in the direction of the search is the one that the search would come to first.
+        const std::int64_t ahead = ((byHeight ? found->height : found->width) - candidate) * step;
+        if (ahead >= 0) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+const ResolutionTable::Slot* ResolutionTable::slot(int binning) const
+{
+    const auto found =
+        std::find_if(_slots.begin(), _slots.end(), [binning](const Slot& slot) { return slot.binning == binning; });
+    return found != _slots.end() ? &*found : nullptr;
+}
