@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: Apache-2.0
+// The controls beside the pictures.
+
+#include "ControlPanel.h"
+
+#include "GreyHistogram.h"
+#include "HistogramView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int fullRange = 100;
+
+QString noFigure()
+{
+    return QStringLiteral("\u2013");
+}
+
+QString wholeNumber(std::uint64_t number)
+{
+    return QLocale().toString(static_cast<qulonglong>(number));
+}
+
+bool isLetterKey(const QKeyEvent& event)
+{
+    const bool plain = (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
+    return plain && event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z;
+}
+
+} // namespace
+
+ControlPanel::ControlPanel(QWidget* parent)
+    : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    auto* const save = new QPushButton(QStringLiteral("Save pictures (S)"));
+    save->setObjectName(QStringLiteral("saveButton"));
+    save->setToolTip(QStringLiteral("Saves the left and the right picture as PNG files in the pictures folder"));
+    connect(save, &QPushButton::clicked, this, &ControlPanel::saveRequested);
+    _saved = new QLabel;
+    _saved->setObjectName(QStringLiteral("savedLabel"));
+    _saved->setAlignment(Qt::AlignHCenter);
+    _saved->setTextFormat(Qt::PlainText);
+    _saved->setEnabled(false); // a quiet line
+
+    auto* const content = new QWidget;
+    auto* const column = new QVBoxLayout(content);
+    column->setContentsMargins(8, 8, 8, 8);
+    column->setSpacing(8);
+    column->addWidget(buildCameraGroup());
+    column->addWidget(buildPictureGroup());
+    column->addWidget(buildHistogramGroup());
+    column->addWidget(buildFiguresGroup());
+    column->addWidget(save);
+    column->addWidget(_saved);
+    column->addStretch();
+    setWidget(content);
+    showFigures(StreamFigures());
+}
+
+QWidget* ControlPanel::buildCameraGroup()
+{
+    auto* const group = new QGroupBox(QStringLiteral("Camera"));
+    auto* const grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    const QString autoText = QStringLiteral("auto");
+    _exposure = addNumber(grid, QStringLiteral("Exposure"), QStringLiteral("exposure"), autoText,
+                          &ControlPanel::exposureChanged);
+    _gain = addNumber(grid, QStringLiteral("Gain"), QStringLiteral("gain"), autoText, &ControlPanel::gainChanged);
+    _led = addNumber(grid, QStringLiteral("LED"), QStringLiteral("led"), QStringLiteral("off"),
+                     &ControlPanel::ledChanged);
+
+    auto* const flags = new QGridLayout;
+    _horizontalFlip = addFlag(flags, 0, 0, QStringLiteral("Flip left-right"), QStringLiteral("horizontalFlip"),
+                              &ControlPanel::horizontalFlipChanged);
+    _verticalFlip = addFlag(flags, 0, 1, QStringLiteral("Flip upside down"), QStringLiteral("verticalFlip"),
+                            &ControlPanel::verticalFlipChanged);
+    _swapCameras = addFlag(flags, 1, 0, QStringLiteral("Swap cameras"), QStringLiteral("swapCameras"),
+                           &ControlPanel::swapCamerasChanged);
+    _undistort = addFlag(flags, 1, 1, QStringLiteral("Undistort"), QStringLiteral("undistort"),
+                         &ControlPanel::undistortChanged);
+
+    auto* const rows = new QVBoxLayout(group);
+    rows->addLayout(grid);
+    rows->addLayout(flags);
+    return group;
+}
+
+QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const QString& name,
+                                 const QString& zeroText, NumberSignal changed)
+{
+    auto* const slider = new QSlider(Qt::Horizontal);
+    slider->setObjectName(name + QStringLiteral("Slider"));
+    slider->setRange(0, fullRange);
+    slider->setPageStep(10);
+    auto* const box = new QSpinBox;
+    box->setObjectName(name + QStringLiteral("Box"));
+    box->setRange(0, fullRange);
+    box->setSpecialValueText(zeroText);
+    box->setKeyboardTracking(false);
+    box->installEventFilter(this);
+    auto* const label = new QLabel(title);
+    label->setBuddy(box);
+
+    const int row = grid->rowCount();
+    grid->addWidget(label, row, 0);
+    grid->addWidget(slider, row, 1);
+    grid->addWidget(box, row, 2);
+
+    connect(slider, &QSlider::valueChanged, box, &QSpinBox::setValue);
+    connect(box, QOverload<int>::of(&QSpinBox::valueChanged), slider, &QSlider::setValue);
+    connect(slider, &QSlider::valueChanged, this, changed);
+    connect(slider, &QSlider::valueChanged, this, &ControlPanel::choicesChanged);
+    return slider;
+}
+
+QCheckBox* ControlPanel::addFlag(QGridLayout* grid, int row, int column, const QString& title, const QString& name,
+                                 FlagSignal changed)
+{
+    auto* const box = new QCheckBox(title);
+    box->setObjectName(name);
+    grid->addWidget(box, row, column);
+    connect(box, &QCheckBox::toggled, this, changed);
+    connect(box, &QCheckBox::toggled, this, &ControlPanel::choicesChanged);
+    return box;
+}
+
+QWidget* ControlPanel::buildPictureGroup()
+{
+    auto* const group = new QGroupBox(QStringLiteral("Picture"));
+    _arrangement = new QComboBox;
+    _arrangement->setObjectName(QStringLiteral("arrangement"));
+    _arrangement->setToolTip(QStringLiteral("In the picture: the wheel zooms, dragging moves, "
+                                            "a double-click shows everything again"));
+    for (const PictureArrangement arrangement : allArrangements)
+        _arrangement->addItem(arrangementTitle(arrangement), QVariant::fromValue(arrangement));
+    _arrangement->installEventFilter(this);
+    connect(_arrangement, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &ControlPanel::onArrangementIndex);
+
+    auto* const rows = new QVBoxLayout(group);
+    rows->addWidget(_arrangement);
+    return group;
+}
+
+QWidget* ControlPanel::buildHistogramGroup()
+{
+    auto* const group = new QGroupBox(QStringLiteral("Histogram"));
+    _histogram = new HistogramView;
+    _histogram->setObjectName(QStringLiteral("histogram"));
+    _brightness = new QLabel(noFigure());
+    _brightness->setObjectName(QStringLiteral("brightnessLabel"));
+    auto* const rows = new QVBoxLayout(group);
+    rows->addWidget(_histogram);
+    rows->addWidget(_brightness);
+    return group;
+}
+
+QWidget* ControlPanel::buildFiguresGroup()
+{
+    auto* const group = new QGroupBox(QStringLiteral("Stream"));
+    auto* const form = new QFormLayout(group);
+    form->setVerticalSpacing(4);
+    _pictureSize = addFigure(form, QStringLiteral("Picture size"), QStringLiteral("pictureSizeLabel"));
+    _frameRate = addFigure(form, QStringLiteral("Frame rate"), QStringLiteral("frameRateLabel"));
+    _dropped = addFigure(form, QStringLiteral("Dropped frames"), QStringLiteral("droppedLabel"));
+    _unreadable = addFigure(form, QStringLiteral("Unreadable frames"), QStringLiteral("unreadableLabel"));
+    _nodeTime = addFigure(form, QStringLiteral("Node time"), QStringLiteral("nodeTimeLabel"));
+    return group;
+}
+
+QLabel* ControlPanel::addFigure(QFormLayout* form, const QString& title, const QString& name)
+{
+    auto* const figure = new QLabel;
+    figure->setObjectName(name);
+    figure->setAlignment(Qt::AlignRight);
+    form->addRow(title, figure);
+    return figure;
+}
+
+void ControlPanel::setChoices(const ViewChoices& choices)
+{
+    _exposure->setValue(choices.exposure);
+    _gain->setValue(choices.gain);
+    _led->setValue(choices.led);
+    _horizontalFlip->setChecked(choices.horizontalFlip);
+    _verticalFlip->setChecked(choices.verticalFlip);
+    _swapCameras->setChecked(choices.swapCameras);
+    _undistort->setChecked(choices.undistort);
+    _arrangement->setCurrentIndex(_arrangement->findData(QVariant::fromValue(choices.arrangement)));
+}
+
+ViewChoices ControlPanel::choices() const
+{
+    ViewChoices choices;
+    choices.exposure = _exposure->value();
+    choices.gain = _gain->value();
+    choices.led = _led->value();
+    choices.horizontalFlip = _horizontalFlip->isChecked();
+    choices.verticalFlip = _verticalFlip->isChecked();
+    choices.swapCameras = _swapCameras->isChecked();
+    choices.undistort = _undistort->isChecked();
+    choices.arrangement = _arrangement->currentData().value<PictureArrangement>();
+    return choices;
+}
+
+void ControlPanel::showFigures(const StreamFigures& figures)
+{
+    const StreamCounts& counts = figures.counts;
+    const bool rateKnown = figures.flowing && counts.framesPerSecond > 0.0F;
+    _pictureSize->setText(figures.pictureSize.isEmpty() ? noFigure()
+                                                        : QStringLiteral("%1 \u00D7 %2")
+                                                              .arg(figures.pictureSize.width())
+                                                              .arg(figures.pictureSize.height()));
+    _frameRate->setText(rateKnown ? QStringLiteral("%1 fps").arg(static_cast<double>(counts.framesPerSecond), 0, 'f', 1)
+                                  : noFigure());
+    _dropped->setText(wholeNumber(counts.dropped));
+    _unreadable->setText(wholeNumber(counts.unreadable));
+    _nodeTime->setText(figures.flowing ? QStringLiteral("%1 ms").arg(figures.nodeMilliseconds, 0, 'f', 2) : noFigure());
+}
+
+void ControlPanel::showHistograms(const GreyHistogram& left, const GreyHistogram& right)
+{
+    _histogram->showHistograms(left, right);
+    _brightness->setText(QStringLiteral("Mean %1, fully white %2 %")
+                             .arg(left.mean(), 0, 'f', 0)
+                             .arg(left.whiteShare() * 100.0, 0, 'f', 1));
+}
+
+void ControlPanel::showSaved(const QString& text, const QString& toolTip)
+{
+    _saved->setText(text);
+    _saved->setToolTip(toolTip);
+}
+
+void ControlPanel::onArrangementIndex(int)
+{
+    emit arrangementChanged(_arrangement->currentData().value<PictureArrangement>());
+    emit choicesChanged();
+}
+
+bool ControlPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    // A number box would swallow letters, and a list would search for them: neither is of use here, while the window
+    // has keys of its own.
+    if (event->type() == QEvent::KeyPress && isLetterKey(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
+    return QScrollArea::eventFilter(watched, event);
+}

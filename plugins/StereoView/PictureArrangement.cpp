@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+// How the two pictures are arranged for viewing.
+
+#include "PictureArrangement.h"
+
+QString arrangementTitle(PictureArrangement arrangement)
+{
+    switch (arrangement) {
+    case PictureArrangement::SideBySide:
+        return QStringLiteral("Side by side");
+    case PictureArrangement::OneAboveOther:
+        return QStringLiteral("One above the other");
+    case PictureArrangement::LeftOnly:
+        return QStringLiteral("Left only");
+    case PictureArrangement::RightOnly:
+        return QStringLiteral("Right only");
+    case PictureArrangement::Anaglyph:
+        return QStringLiteral("Red-cyan anaglyph");
+    case PictureArrangement::Difference:
+        return QStringLiteral("Difference");
+    }
+    return QString();
+}
+
+QString arrangementKey(PictureArrangement arrangement)
+{
+    switch (arrangement) {
+    case PictureArrangement::SideBySide:
+        return QStringLiteral("sideBySide");
+    case PictureArrangement::OneAboveOther:
+        return QStringLiteral("oneAboveOther");
+    case PictureArrangement::LeftOnly:
+        return QStringLiteral("leftOnly");
+    case PictureArrangement::RightOnly:
+        return QStringLiteral("rightOnly");
+    case PictureArrangement::Anaglyph:
+        return QStringLiteral("anaglyph");
+    case PictureArrangement::Difference:
+        return QStringLiteral("difference");
+    }
+    return QString();
+}
+
+PictureArrangement arrangementOfKey(const QString& key)
+{
+    for (const PictureArrangement arrangement : allArrangements) {
+        if (arrangementKey(arrangement) == key)
+            return arrangement;
+    }
+    return PictureArrangement::SideBySide;
+}
+
+std::vector<CellContent> contentsOf(PictureArrangement arrangement)
+{
+    switch (arrangement) {
+    case PictureArrangement::SideBySide:
+    case PictureArrangement::OneAboveOther:
+        return {CellContent::Left, CellContent::Right};
+    case PictureArrangement::LeftOnly:
+        return {CellContent::Left};
+    case PictureArrangement::RightOnly:
+        return {CellContent::Right};
+    case PictureArrangement::Anaglyph:
+        return {CellContent::Anaglyph};
+    case PictureArrangement::Difference:
+        return {CellContent::Difference};
+    }
+    return {};
+}
