@@ -13,8 +13,8 @@ namespace simulator {
 namespace {
 
 constexpr float slowestFps = 0.5F;
-constexpr float fastestFps = 250.0F;
-constexpr float fullSensorFps = 60.0F;
+constexpr float rowsPerSecond = 30000.0F;
+constexpr int darkRows = 20; // beside the picture, and read only with the whole sensor
 constexpr float usualFps = 30.0F;
 constexpr int any = -1;
 constexpr float anyFps = -1.0F;
@@ -54,8 +54,8 @@ bool matches(int criterion, int value)
 
 float maximumFps(int rowsRead)
 {
-    const float fps = fullSensorFps * static_cast<float>(sensorHeight) / static_cast<float>(rowsRead);
-    return std::min(fps, fastestFps);
+    const int rows = rowsRead == sensorHeight ? rowsRead + darkRows : rowsRead;
+    return rowsPerSecond / static_cast<float>(rows);
 }
 
 int enumerateModes(VYRResolutionInfo* list, int capacity, int width, int height, int binning, float fps)

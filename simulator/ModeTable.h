@@ -7,8 +7,8 @@
 
 namespace simulator {
 
-/// The fastest frame rate of a mode that reads so many rows of the sensor. In proportion to the rows, since reading
-/// them is what takes time: 60 for all of them, 250 at most.
+/// The fastest frame rate of a mode that reads so many rows of the sensor: reading them is what takes time. 60 for all
+/// 480 of them, 250 for the fewest that a mode reads, 120.
 float maximumFps(int rowsRead);
 
 /// Writes the modes that match, at most `capacity`, and returns their number; see EnumerateResolutions() of VYR.h.
