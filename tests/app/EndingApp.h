@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+// An app that ends its host.
+
+#pragma once
+
+#include <apps/AppInterface.h>
+
+#include <QObject>
+
+/// Ends its host as soon as its event loop runs: closes all windows, or leaves the event loop with 7. When it is
+/// stopped it removes the settings file, so that one found later was written afterwards.
+class EndingApp : public QObject, public AppInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.vyrtech.AppInterface")
+    Q_INTERFACES(AppInterface)
+
+public:
+    void initialize(HostEnvironmentInterface* host) override;
+    bool requiresCamera() override;
+    QString name() override;
+    QString version() override;
+    QString description() override;
+    QIcon icon() override;
+    void start() override;
+    void stop() override;
+    bool updatePending() override;
+    void update() override;
+    bool handleKeyEvent(QEvent* event) override;
+    QWidget* createSettingsWidget(QWidget* parent) override;
+};
