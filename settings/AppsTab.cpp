@@ -34,6 +34,7 @@ AppsTab::AppsTab(const QList<AppInfo>& apps, int currentApp, QWidget* parent)
         auto* item = new QListWidgetItem(app.icon, app.name, _list);
         item->setToolTip(toolTipFor(app));
     }
+    giveRoomForNames();
     _list->setCurrentRow(currentApp);
     connect(_list, &QListWidget::itemDoubleClicked, this, &AppsTab::appActivated);
 
@@ -50,4 +51,17 @@ int AppsTab::selectedAppOtherThan(int currentApp) const
         }
     }
     return -1;
+}
+
+// All items are as large as the first, so each asks for what the longest name needs.
+void AppsTab::giveRoomForNames()
+{
+    _list->ensurePolished();
+    QSize room;
+    for (int index = 0; index < _list->count(); ++index) {
+        room = room.expandedTo(_list->sizeHintForIndex(_list->model()->index(index, 0)));
+    }
+    for (int index = 0; index < _list->count(); ++index) {
+        _list->item(index)->setSizeHint(room);
+    }
 }

@@ -29,5 +29,7 @@ signals:
     void appActivated();
 
 private:
+    void giveRoomForNames();
+
     QListWidget* const _list;
 };

@@ -21,6 +21,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -140,7 +141,6 @@ QWidget* ResolutionSettings::createPropertyArea()
     auto* binningBrowser = new QtGroupBoxPropertyBrowser(area);
     binningBrowser->setFactoryForManager(_enumManager, _enumFactory);
     binningBrowser->addProperty(_binning);
-    binningBrowser->setStyleSheet(QStringLiteral("padding-top:10px;"));
 
     auto* layout = new QHBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -172,13 +172,17 @@ QWidget* ResolutionSettings::createFrameRateRow()
     auto* sliderBrowser = new QtGroupBoxPropertyBrowser(row);
     sliderBrowser->setFactoryForManager(_intManager, _sliderFactory);
     sliderBrowser->addProperty(_frameRate);
+    sliderBrowser->setStyleSheet(QStringLiteral("padding-top:10px;"));
+    auto* label = new QLabel(tr("Framerate"), row);
+    // In line with the names in the browsers.
+    label->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0, 0, 0);
 
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(new QLabel(tr("Framerate"), row));
-    layout->addWidget(numberBrowser);
-    layout->addWidget(sliderBrowser, 1);
+    layout->addWidget(label);
+    layout->addWidget(numberBrowser, 0, Qt::AlignVCenter);
+    layout->addWidget(sliderBrowser, 1, Qt::AlignVCenter);
     return row;
 }
 
