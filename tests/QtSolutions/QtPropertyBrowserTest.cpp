@@ -634,6 +634,20 @@ TEST_F(QtPropertyBrowserTest, EmptyNameTakesNoRoom)
     EXPECT_EQ(visibleTexts<QLabel>(&browser), QStringList({QStringLiteral("Framerate")}));
 }
 
+TEST_F(QtPropertyBrowserTest, RowsStayAtTheTopAndAskForNoMore)
+{
+    browser.addProperty(numbers.addProperty(QStringLiteral("a")));
+    browser.addProperty(numbers.addProperty(QStringLiteral("b")));
+    show(browser);
+    const int natural = browser.sizeHint().height();
+    browser.resize(browser.width(), natural + 500);
+    QCoreApplication::processEvents();
+    for (const QSpinBox* editor : browser.findChildren<QSpinBox*>()) {
+        EXPECT_LE(topOf(editor, &browser) + editor->height(), natural);
+    }
+    EXPECT_FALSE(browser.layout()->expandingDirections() & Qt::Vertical);
+}
+
 TEST_F(QtPropertyBrowserTest, ValueWithoutFactoryIsText)
 {
     QtGroupBoxPropertyBrowser plain;

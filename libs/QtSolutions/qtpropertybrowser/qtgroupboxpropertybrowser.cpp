@@ -22,7 +22,9 @@ void dismiss(QWidget* widget)
 QtGroupBoxPropertyBrowser::QtGroupBoxPropertyBrowser(QWidget* parent)
     : QtAbstractPropertyBrowser(parent)
 {
-    new QGridLayout(this);
+    // What is left over stays below the rows.
+    auto* layout = new QGridLayout(this);
+    layout->setAlignment(Qt::AlignTop);
 }
 
 QtGroupBoxPropertyBrowser::~QtGroupBoxPropertyBrowser() = default;
@@ -83,7 +85,6 @@ void QtGroupBoxPropertyBrowser::arrange(QtBrowserItem* parent)
         return; // somebody else has deleted the box
     }
     auto* layout = qobject_cast<QGridLayout*>(area->layout());
-    layout->setRowStretch(layout->rowCount() - 1, 0);
     while (QLayoutItem* placed = layout->takeAt(0)) {
         delete placed;
     }
@@ -101,8 +102,6 @@ void QtGroupBoxPropertyBrowser::arrange(QtBrowserItem* parent)
             placeRow(layout, line++, *row);
         }
     }
-    // What is left over stays below the rows.
-    layout->setRowStretch(line, 1);
 }
 
 void QtGroupBoxPropertyBrowser::placeRow(QGridLayout* layout, int line, const Row& row) const
