@@ -14,12 +14,14 @@
 #include <apps/AppInterface.h>
 #include <camera/VYRCameraDevice.h>
 #include <camera/VYRLibrary.h>
+#include <settings/SettingsDialog.h>
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QMessageBox>
 #include <QSignalMapper>
+#include <QTabWidget>
 
 namespace {
 
@@ -189,5 +191,24 @@ void ApplicationWindow::closeEvent(QCloseEvent* event)
 
 void ApplicationWindow::openSettingsDialog(int tab)
 {
-    Q_UNUSED(tab)
+    SettingsDialog dialog(this);
+    dialog.setAppInfoList(appInfos());
+    dialog.setCurrentAppIndex(currentAppIndex());
+    dialog.build(tr("Settings"), this);
+    addAppTabs(*dialog.tabWidget());
+    dialog.setCurrentTab(tab);
+    // Direct: the mode is in effect before the dialog goes on to the app.
+    connect(&dialog, &SettingsDialog::ResolutionChanged, this, &ApplicationWindow::changeResolution,
+            Qt::DirectConnection);
+    connect(&dialog, &SettingsDialog::AppChanged, this, &ApplicationWindow::changeApp, Qt::DirectConnection);
+    dialog.exec();
+}
+
+void ApplicationWindow::addAppTabs(QTabWidget& tabs)
+{
+    for (AppInterface* const app : apps()) {
+        if (QWidget* const widget = app->createSettingsWidget(&tabs)) {
+            tabs.addTab(widget, app->name());
+        }
+    }
 }

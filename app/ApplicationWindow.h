@@ -14,6 +14,8 @@
 
 #include <memory>
 
+class QTabWidget;
+
 /// The one top-level window: docks, menus, status bar, the camera node, the apps and the timer that polls them.
 ///
 /// Making it reads the settings file, opens the camera, loads the apps and starts one. Closing it stops the app and
@@ -66,6 +68,7 @@ private:
     void startPolling();
     int settingsTab(int actionID) const;
     void openSettingsDialog(int tab);
+    void addAppTabs(QTabWidget& tabs);
 
     QTimer _frameTimer;
     std::unique_ptr<VYRCameraDevice> _camera;

@@ -10,6 +10,7 @@
 #include <apps/AppInterface.h>
 #include <apps/TestAppsFolder.h>
 #include <camera/VYRCameraDevice.h>
+#include <settings/SettingsDialog.h>
 
 #include <FakeVYR.h>
 
@@ -17,14 +18,18 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QElapsedTimer>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTabWidget>
 #include <QTest>
 #include <QUrl>
 
@@ -195,6 +200,26 @@ protected:
             }
         }
         FAIL() << "no entry " << qPrintable(text);
+    }
+
+    /// Does something in the settings dialog that is opened next, and closes it if it is still open then.
+    static void inDialog(const std::function<void(SettingsDialog&)>& action)
+    {
+        QTimer::singleShot(0, window.get(), [action] {
+            auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            action(*dialog);
+            dialog->reject();
+        });
+    }
+
+    static QStringList tabTitles(const SettingsDialog& dialog)
+    {
+        QStringList titles;
+        for (int i = 0; i < dialog.tabWidget()->count(); ++i) {
+            titles.append(dialog.tabWidget()->tabText(i));
+        }
+        return titles;
     }
 
     /// Lets the event loop run as long as the frame timer takes for some ticks.
@@ -669,6 +694,141 @@ TEST_F(ApplicationWindowTest, DocumentationOpensTheWebPageWhenThereIsNoManual)
     EXPECT_EQ(catcher.urls, QList<QUrl>({QUrl("https://vyrtech.com/dashboard/docs")}));
 }
 
+// The settings dialog.
+
+TEST_F(ApplicationWindowTest, WithAnAppAndNoCameraAppsOpensTheFirstTab)
+{
+    install("One");
+    open(false);
+    QStringList tabs;
+    int current = -1;
+    inDialog([&](SettingsDialog& dialog) {
+        tabs = tabTitles(dialog);
+        current = dialog.tabWidget()->currentIndex();
+        EXPECT_EQ(dialog.windowTitle(), "Settings");
+    });
+    trigger("&Settings", "Apps");
+    EXPECT_EQ(tabs, QStringList("Apps"));
+    EXPECT_EQ(current, 0);
+}
+
+TEST_F(ApplicationWindowTest, WithNoAppAndACameraCameraOpensTheFirstTabAndDevicesTheSecond)
+{
+    open();
+    QStringList tabs;
+    QList<int> current;
+    for (const char* const entry : {"Camera", "Devices"}) {
+        inDialog([&](SettingsDialog& dialog) {
+            tabs = tabTitles(dialog);
+            current.append(dialog.tabWidget()->currentIndex());
+        });
+        trigger("&Settings", entry);
+    }
+    EXPECT_EQ(tabs, QStringList({"Camera", "Devices"}));
+    EXPECT_EQ(current, QList<int>({0, 1}));
+}
+
+TEST_F(ApplicationWindowTest, WithAppsAndACameraEachEntryOpensItsTab)
+{
+    openWithTwoApps();
+    QStringList opened;
+    for (const char* const entry : {"Apps", "Camera", "Devices"}) {
+        inDialog([&](SettingsDialog& dialog) {
+            opened.append(dialog.tabWidget()->tabText(dialog.tabWidget()->currentIndex()));
+        });
+        trigger("&Settings", entry);
+    }
+    EXPECT_EQ(opened, QStringList({"Apps", "Camera", "Devices"}));
+}
+
+TEST_F(ApplicationWindowTest, EveryAppIsAskedForATabInAscendingIndexWithoutTheLock)
+{
+    openWithTwoApps();
+    TestApps::setProbe(noteHost);
+    TestApps::log().clear();
+    inDialog([&](SettingsDialog& dialog) {
+        EXPECT_EQ(tabTitles(dialog), QStringList({"Apps", "Camera", "Devices"})) << "null widgets make no tabs";
+    });
+    trigger("&Settings", "Apps");
+    const QStringList asked = TestApps::log().filter("createSettingsWidget");
+    ASSERT_EQ(asked.size(), 2);
+    EXPECT_TRUE(asked[0].startsWith("One.createSettingsWidget free"));
+    EXPECT_TRUE(asked[1].startsWith("Two.createSettingsWidget free"));
+}
+
+TEST_F(ApplicationWindowTest, TheTabsOfTheAppsComeLastUnderTheirNames)
+{
+    openWithTwoApps();
+    TestApps::set("settingsWidget", true);
+    inDialog([&](SettingsDialog& dialog) {
+        EXPECT_EQ(tabTitles(dialog), QStringList({"Apps", "Camera", "Devices", "One", "Two"}));
+        EXPECT_TRUE(dialog.tabWidget()->isAncestorOf(dialog.tabWidget()->widget(4)));
+    });
+    trigger("&Settings", "Apps");
+    TestApps::log().clear();
+    inDialog([](SettingsDialog&) {});
+    trigger("&Settings", "Apps");
+    EXPECT_EQ(TestApps::logged("createSettingsWidget").size(), 2) << "the dialog is built anew each time";
+}
+
+TEST_F(ApplicationWindowTest, AppTabsComeFirstWhereThereIsNoOther)
+{
+    install("One");
+    open(false);
+    TestApps::set("settingsWidget", true);
+    inDialog([&](SettingsDialog& dialog) { EXPECT_EQ(tabTitles(dialog), QStringList({"Apps", "One"})); });
+    trigger("&Settings", "Apps");
+}
+
+TEST_F(ApplicationWindowTest, ChoosingAnotherAppInTheDialogSwitchesToIt)
+{
+    openWithTwoApps();
+    window->show();
+    inDialog([&](SettingsDialog& dialog) {
+        auto* const list = dialog.findChild<QListWidget*>();
+        ASSERT_NE(list, nullptr);
+        EXPECT_TRUE(list->item(0)->isSelected());
+        list->setCurrentRow(1);
+        auto* const buttons = dialog.findChild<QDialogButtonBox*>();
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    trigger("&Settings", "Apps");
+    EXPECT_EQ(window->currentAppIndex(), 1);
+    EXPECT_EQ(window->windowTitle(), "VYR Dashboard - Two");
+}
+
+TEST_F(ApplicationWindowTest, WhatTheDialogReportsIsInEffectWhenItsSignalReturns)
+{
+    openWithTwoApps();
+    TestApps::log().clear();
+    inDialog([&](SettingsDialog& dialog) {
+        TestApps::setProbe(noteHost);
+        emit dialog.ResolutionChanged({640, 480, 0, 20.0F, 0.5F, 60.0F});
+        EXPECT_EQ(window->currentResolution().width, 640);
+        emit dialog.AppChanged(1);
+        EXPECT_EQ(window->windowTitle(), "VYR Dashboard - Two");
+        TestApps::setProbe(nullptr);
+    });
+    trigger("&Settings", "Camera");
+    EXPECT_EQ(TestApps::log().filter(QRegularExpression("start|stop")),
+              QStringList({"One.stop locked width=320 timer=0 streaming=0 file=1",
+                           "One.start locked width=640 timer=0 streaming=0 file=1",
+                           "One.stop locked width=640 timer=1 streaming=0 file=1",
+                           "Two.start locked width=640 timer=1 streaming=0 file=1"}));
+}
+
+TEST_F(ApplicationWindowTest, CancellingTheDialogChangesNothing)
+{
+    openWithTwoApps();
+    QFile::remove(settingsFilePath());
+    TestApps::log().clear();
+    inDialog([](SettingsDialog& dialog) { dialog.reject(); });
+    trigger("&Settings", "Camera");
+    EXPECT_TRUE(TestApps::logged("stop").isEmpty());
+    EXPECT_FALSE(QFile::exists(settingsFilePath()));
+    EXPECT_EQ(window->findChildren<SettingsDialog*>().size(), 0);
+}
+
 // The skin.
 
 TEST_F(ApplicationWindowTest, WithoutTheDarkSkinThePlatformsLookIsKept)
@@ -903,13 +1063,5 @@ TEST_F(ApplicationWindowTest, DestructionClosesTheCameraAndLeavesTheAppsLoaded)
 }
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    testing::InitGoogleTest(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}
 
 #include "ApplicationWindowTest.moc"
