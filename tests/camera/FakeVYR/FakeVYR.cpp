@@ -54,7 +54,7 @@ bool matches(const VYRResolutionInfo& mode, int width, int height, int binning, 
         && (fps == VYRAnyFps || (fps >= mode.minFps && fps <= mode.maxFps));
 }
 
-void emitRecord(std::uint32_t timestamp, bool hasSensorData, float temperature, bool evenStopped)
+void emitOwnRecord(std::uint32_t timestamp, bool hasSensorData, float temperature, bool evenStopped)
 {
     Callback callback;
     VYRFrameRecord* record = nullptr;
@@ -150,17 +150,29 @@ bool isStreaming()
 
 void emitFrame(std::uint32_t timestamp)
 {
-    emitRecord(timestamp, false, 0.0F, false);
+    emitOwnRecord(timestamp, false, 0.0F, false);
 }
 
 void emitFrameWithTemperature(std::uint32_t timestamp, float temperature)
 {
-    emitRecord(timestamp, true, temperature, false);
+    emitOwnRecord(timestamp, true, temperature, false);
+}
+
+void emitRecord(const VYRFrameRecord* record)
+{
+    Callback callback;
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        if (library.streaming)
+            callback = library.callback;
+    }
+    if (callback.function != nullptr)
+        callback.function(record, callback.userData);
 }
 
 void emitLateFrame(std::uint32_t timestamp)
 {
-    emitRecord(timestamp, false, 0.0F, true);
+    emitOwnRecord(timestamp, false, 0.0F, true);
 }
 
 } // namespace FakeVYR

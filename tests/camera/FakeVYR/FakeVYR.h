@@ -40,6 +40,9 @@ bool isStreaming();
 void emitFrame(std::uint32_t timestamp);
 void emitFrameWithTemperature(std::uint32_t timestamp, float temperature);
 
+/// Emits a record of the caller's, with pictures for instance. The caller keeps it while the host may use it.
+void emitRecord(const VYRFrameRecord* record);
+
 /// Emits to the callback that was installed last, even after StopVYR: a library that does not stop in time.
 void emitLateFrame(std::uint32_t timestamp);
 
