@@ -16,11 +16,13 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QSpinBox>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int fullRange = 100;
+constexpr QMargins groupMargins(9, 6, 9, 7);
 
 QString noFigure()
 {
@@ -47,28 +49,18 @@ ControlPanel::ControlPanel(QWidget* parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    auto* const save = new QPushButton(QStringLiteral("Save pictures (S)"));
-    save->setObjectName(QStringLiteral("saveButton"));
-    save->setToolTip(QStringLiteral("Saves the left and the right picture as PNG files in the pictures folder"));
-    connect(save, &QPushButton::clicked, this, &ControlPanel::saveRequested);
-    _saved = new QLabel;
-    _saved->setObjectName(QStringLiteral("savedLabel"));
-    _saved->setAlignment(Qt::AlignHCenter);
-    _saved->setTextFormat(Qt::PlainText);
-    _saved->setEnabled(false); // a quiet line
-
     auto* const content = new QWidget;
     auto* const column = new QVBoxLayout(content);
-    column->setContentsMargins(8, 8, 8, 8);
-    column->setSpacing(8);
+    column->setContentsMargins(8, 6, 8, 6);
+    column->setSpacing(6);
     column->addWidget(buildCameraGroup());
     column->addWidget(buildPictureGroup());
-    column->addWidget(buildHistogramGroup());
-    column->addWidget(buildFiguresGroup());
-    column->addWidget(save);
-    column->addWidget(_saved);
+    column->addWidget(buildStreamGroup());
     column->addStretch();
     setWidget(content);
+    // Rather wider than cut off, in a large font or with the scroll bar beside it.
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    setMinimumWidth(content->minimumSizeHint().width() + scrollBar);
     showFigures(StreamFigures());
 }
 
@@ -84,17 +76,18 @@ QWidget* ControlPanel::buildCameraGroup()
     _led = addNumber(grid, QStringLiteral("LED"), QStringLiteral("led"), QStringLiteral("off"),
                      &ControlPanel::ledChanged);
 
-    auto* const flags = new QGridLayout;
-    _horizontalFlip = addFlag(flags, 0, 0, QStringLiteral("Flip left-right"), QStringLiteral("horizontalFlip"),
-                              &ControlPanel::horizontalFlipChanged);
-    _verticalFlip = addFlag(flags, 0, 1, QStringLiteral("Flip upside down"), QStringLiteral("verticalFlip"),
+    auto* const flags = new QGridLayout; // the wider ones together, so that the panel can be narrow
+    _verticalFlip = addFlag(flags, 0, 0, QStringLiteral("Upside down"), QStringLiteral("verticalFlip"),
                             &ControlPanel::verticalFlipChanged);
+    _horizontalFlip = addFlag(flags, 0, 1, QStringLiteral("Mirror"), QStringLiteral("horizontalFlip"),
+                              &ControlPanel::horizontalFlipChanged);
     _swapCameras = addFlag(flags, 1, 0, QStringLiteral("Swap cameras"), QStringLiteral("swapCameras"),
                            &ControlPanel::swapCamerasChanged);
     _undistort = addFlag(flags, 1, 1, QStringLiteral("Undistort"), QStringLiteral("undistort"),
                          &ControlPanel::undistortChanged);
 
     auto* const rows = new QVBoxLayout(group);
+    rows->setContentsMargins(groupMargins);
     rows->addLayout(grid);
     rows->addLayout(flags);
     return group;
@@ -107,6 +100,7 @@ QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const 
     slider->setObjectName(name + QStringLiteral("Slider"));
     slider->setRange(0, fullRange);
     slider->setPageStep(10);
+    slider->setMinimumWidth(60);
     auto* const box = new QSpinBox;
     box->setObjectName(name + QStringLiteral("Box"));
     box->setRange(0, fullRange);
@@ -141,7 +135,6 @@ QCheckBox* ControlPanel::addFlag(QGridLayout* grid, int row, int column, const Q
 
 QWidget* ControlPanel::buildPictureGroup()
 {
-    auto* const group = new QGroupBox(QStringLiteral("Picture"));
     _arrangement = new QComboBox;
     _arrangement->setObjectName(QStringLiteral("arrangement"));
     _arrangement->setToolTip(QStringLiteral("In the picture: the wheel zooms, dragging moves, "
@@ -152,29 +145,39 @@ QWidget* ControlPanel::buildPictureGroup()
     connect(_arrangement, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ControlPanel::onArrangementIndex);
 
-    auto* const rows = new QVBoxLayout(group);
-    rows->addWidget(_arrangement);
-    return group;
-}
-
-QWidget* ControlPanel::buildHistogramGroup()
-{
-    auto* const group = new QGroupBox(QStringLiteral("Histogram"));
     _histogram = new HistogramView;
     _histogram->setObjectName(QStringLiteral("histogram"));
     _brightness = new QLabel(noFigure());
     _brightness->setObjectName(QStringLiteral("brightnessLabel"));
+
+    auto* const save = new QPushButton(QStringLiteral("Save pictures (S)"));
+    save->setObjectName(QStringLiteral("saveButton"));
+    save->setToolTip(QStringLiteral("Saves the left and the right picture as PNG files in the pictures folder"));
+    connect(save, &QPushButton::clicked, this, &ControlPanel::saveRequested);
+    _saved = new QLabel;
+    _saved->setObjectName(QStringLiteral("savedLabel"));
+    _saved->setAlignment(Qt::AlignHCenter);
+    _saved->setTextFormat(Qt::PlainText);
+    _saved->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // never widens the panel
+    _saved->hide();
+
+    auto* const group = new QGroupBox(QStringLiteral("Picture"));
     auto* const rows = new QVBoxLayout(group);
+    rows->setContentsMargins(groupMargins);
+    rows->addWidget(_arrangement);
     rows->addWidget(_histogram);
     rows->addWidget(_brightness);
+    rows->addWidget(save);
+    rows->addWidget(_saved);
     return group;
 }
 
-QWidget* ControlPanel::buildFiguresGroup()
+QWidget* ControlPanel::buildStreamGroup()
 {
     auto* const group = new QGroupBox(QStringLiteral("Stream"));
     auto* const form = new QFormLayout(group);
-    form->setVerticalSpacing(4);
+    form->setContentsMargins(groupMargins);
+    form->setVerticalSpacing(3);
     _pictureSize = addFigure(form, QStringLiteral("Picture size"), QStringLiteral("pictureSizeLabel"));
     _frameRate = addFigure(form, QStringLiteral("Frame rate"), QStringLiteral("frameRateLabel"));
     _dropped = addFigure(form, QStringLiteral("Dropped frames"), QStringLiteral("droppedLabel"));
@@ -244,6 +247,7 @@ void ControlPanel::showHistograms(const GreyHistogram& left, const GreyHistogram
 void ControlPanel::showSaved(const QString& text, const QString& toolTip)
 {
     _saved->setText(text);
+    _saved->show();
     _saved->setToolTip(toolTip);
 }
 

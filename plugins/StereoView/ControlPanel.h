@@ -44,7 +44,7 @@ public:
     void showFigures(const StreamFigures& figures);
     void showHistograms(const GreyHistogram& left, const GreyHistogram& right);
 
-    /// A line about the pictures that were saved last.
+    /// A line about the pictures that were saved last, with more of it in the tool tip.
     void showSaved(const QString& text, const QString& toolTip);
 
 signals:
@@ -73,8 +73,7 @@ private:
 
     QWidget* buildCameraGroup();
     QWidget* buildPictureGroup();
-    QWidget* buildHistogramGroup();
-    QWidget* buildFiguresGroup();
+    QWidget* buildStreamGroup();
     QSlider* addNumber(QGridLayout* grid, const QString& title, const QString& name, const QString& zeroText,
                        NumberSignal changed);
     QCheckBox* addFlag(QGridLayout* grid, int row, int column, const QString& title, const QString& name,

@@ -24,7 +24,7 @@ void HistogramView::showHistograms(const GreyHistogram& left, const GreyHistogra
 
 QSize HistogramView::sizeHint() const
 {
-    return {256, 72};
+    return {200, 64};
 }
 
 void HistogramView::paintEvent(QPaintEvent*)

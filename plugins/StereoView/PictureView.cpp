@@ -87,6 +87,7 @@ void PictureView::setMessage(const QString& message)
     if (message == _message)
         return;
     _message = message;
+    setAccessibleDescription(message); // what is painted is not read out otherwise
     update();
 }
 

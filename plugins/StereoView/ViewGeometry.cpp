@@ -46,9 +46,23 @@ QSize cellSizeOf(const ViewScene& scene, double scale)
     return {std::clamp(width, 1, room.width()), std::clamp(height, 1, room.height())};
 }
 
-double boundedShare(double centre, double halfShare)
+/// The share of a picture's side that a cell of so many view pixels shows; the side is `scaled` view pixels long. All
+/// of it when nothing but rounding to whole pixels is missing.
+double seenShare(int cell, double scaled)
 {
-    return halfShare >= 0.5 ? 0.5 : std::clamp(centre, halfShare, 1.0 - halfShare);
+    return scaled - cell < 1.0 ? 1.0 : cell / scaled;
+}
+
+QSizeF seenShares(const ViewScene& scene, double scale)
+{
+    const QSize cell = cellSizeOf(scene, scale);
+    return {seenShare(cell.width(), scene.picture.width() * scale),
+            seenShare(cell.height(), scene.picture.height() * scale)};
+}
+
+double boundedCentre(double centre, double share)
+{
+    return std::clamp(centre, share / 2.0, 1.0 - share / 2.0);
 }
 
 /// The cell under the cursor, or the one that is nearest.
@@ -82,9 +96,8 @@ std::vector<PictureCell> cellsOf(const ViewScene& scene, const ViewPoint& wanted
     const QSize block = size + QSize(step.x(), step.y());
     const QPoint corner((scene.view.width() - block.width()) / 2, (scene.view.height() - block.height()) / 2);
 
-    const QSizeF seen(std::min<double>(size.width() / scale, scene.picture.width()),
-                      std::min<double>(size.height() / scale, scene.picture.height()));
-    QRectF source(QPointF(0.0, 0.0), seen);
+    const QSizeF seen = seenShares(scene, scale);
+    QRectF source(0.0, 0.0, seen.width() * scene.picture.width(), seen.height() * scene.picture.height());
     source.moveCenter({point.centre.x() * scene.picture.width(), point.centre.y() * scene.picture.height()});
 
     std::vector<PictureCell> cells;
@@ -102,10 +115,9 @@ ViewPoint bounded(const ViewScene& scene, const ViewPoint& point)
         return point;
     ViewPoint result;
     result.zoom = std::clamp(point.zoom, 1.0, std::max(1.0, largestScale / fitting));
-    const double scale = fitting * result.zoom;
-    const QSize cell = cellSizeOf(scene, scale);
-    result.centre.setX(boundedShare(point.centre.x(), cell.width() / scale / scene.picture.width() / 2.0));
-    result.centre.setY(boundedShare(point.centre.y(), cell.height() / scale / scene.picture.height() / 2.0));
+    const QSizeF seen = seenShares(scene, fitting * result.zoom);
+    result.centre.setX(boundedCentre(point.centre.x(), seen.width()));
+    result.centre.setY(boundedCentre(point.centre.y(), seen.height()));
     return result;
 }
 
