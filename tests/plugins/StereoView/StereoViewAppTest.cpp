@@ -1,0 +1,604 @@
+// SPDX-License-Identifier: Apache-2.0
+// Stereo View as users get it, with frames from a fake camera library.
+
+#include "PictureFrames.h"
+#include "StereoViewFixture.h"
+
+#include <FakeVYR.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSlider>
+#include <QSpinBox>
+#include <QWheelEvent>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <deque>
+#include <vector>
+
+namespace {
+
+const char* layoutName = "VYR-frame-1";
+
+} // namespace
+
+// The fake camera library has no layout of its own; here it has.
+extern "C" __attribute__((visibility("default"))) const char* VYRFrameLayout();
+
+extern "C" const char* VYRFrameLayout()
+{
+    return layoutName;
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+const VYRResolutionInfo fullMode{752, 480, 0, 30.0F, 0.5F, 60.0F};
+const VYRResolutionInfo smallMode{80, 60, 10, 30.0F, 0.5F, 250.0F};
+
+class StereoViewApp : public StereoViewFixture
+{
+protected:
+    StereoViewApp()
+    {
+        layoutName = "VYR-frame-1";
+        FakeVYR::reset();
+        FakeVYR::setModes({fullMode, smallMode});
+        load(fullMode);
+    }
+
+    /// Keeps the frame, so that it stays for as long as somebody may read it.
+    PictureFrame& newFrame(int width, int height, int leftGrey, int rightGrey)
+    {
+        frames.push_back(std::make_unique<PictureFrame>(width, height, static_cast<unsigned char>(leftGrey),
+                                                        static_cast<unsigned char>(rightGrey)));
+        frames.back()->record.frameCounter = nextCounter++;
+        frames.back()->record.timestamp = nextCounter * 333;
+        return *frames.back();
+    }
+
+    void emitFrame(const PictureFrame& frame) const { FakeVYR::emitRecord(frame.record.asLibraryRecord()); }
+
+    /// Emits a frame and waits until the view shows it.
+    void show(const PictureFrame& frame)
+    {
+        emitFrame(frame);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return worksOff() && !app->updatePending(); }));
+    }
+
+    void show(int leftGrey, int rightGrey) { show(newFrame(752, 480, leftGrey, rightGrey)); }
+
+    QColor shownAt(int x, int y) const { return view()->grab().toImage().pixelColor(x, y); }
+
+    QColor shownAtShare(double x, double y) const
+    {
+        return shownAt(static_cast<int>(view()->width() * x), static_cast<int>(view()->height() * y));
+    }
+
+    void choose(int index)
+    {
+        auto* const box = control<QComboBox>("arrangement");
+        box->setFocus();
+        while (box->currentIndex() != index)
+            QTest::keyClick(box, box->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
+    }
+
+    void turnWheel(QPoint place, int notches)
+    {
+        QWheelEvent event(place, view()->mapToGlobal(place), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view(), &event);
+    }
+
+    QStringList savedFiles() const
+    {
+        return QDir(directory.filePath("Pictures")).entryList(QDir::Files, QDir::Name);
+    }
+
+    std::deque<std::unique_ptr<PictureFrame>> frames;
+    std::uint32_t nextCounter = 1;
+};
+
+TEST_F(StereoViewApp, IntroducesItself)
+{
+    EXPECT_TRUE(app->requiresCamera());
+    EXPECT_EQ(app->name(), "Stereo View");
+    EXPECT_FALSE(app->version().isEmpty());
+    EXPECT_FALSE(app->description().isEmpty());
+    EXPECT_EQ(app->icon().pixmap(72, 72).size(), QSize(72, 72));
+    EXPECT_EQ(app->createSettingsWidget(host.get()), nullptr);
+}
+
+TEST_F(StereoViewApp, NothingIsPendingBeforeTheStart)
+{
+    EXPECT_FALSE(app->updatePending());
+    app->update();
+    app->stop();
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_S, Qt::NoModifier);
+    EXPECT_FALSE(app->handleKeyEvent(&key));
+}
+
+TEST_F(StereoViewApp, StartFillsTheDocksAndStopLeavesThemClean)
+{
+    const auto childrenOf = [](QDockWidget* dock) { return dock->findChildren<QWidget*>().size(); };
+    const auto central = childrenOf(host->centralDock());
+    const auto side = childrenOf(host->sideDock());
+    host->start();
+    EXPECT_TRUE(view()->isVisible());
+    EXPECT_TRUE(host->sideDock()->widget()->isVisible());
+    host->stop();
+    EXPECT_EQ(host->centralDock()->widget(), nullptr);
+    EXPECT_EQ(host->sideDock()->widget(), nullptr);
+    EXPECT_EQ(childrenOf(host->centralDock()), central);
+    EXPECT_EQ(childrenOf(host->sideDock()), side);
+}
+
+TEST_F(StereoViewApp, LeavesAnotherAppsWidgetAlone)
+{
+    host->start();
+    auto* const other = new QLabel("another app's");
+    host->centralDock()->setWidget(other);
+    host->stop();
+    EXPECT_EQ(host->centralDock()->widget(), other);
+}
+
+/// Shows the app in a font, until the end of the test.
+class StereoViewInFont : public StereoViewApp
+{
+protected:
+    ~StereoViewInFont() override { QApplication::setFont(QFont()); }
+
+    QScrollArea* panelIn(int points)
+    {
+        QApplication::setFont(QFont("Open Sans", points));
+        host->start();
+        return static_cast<QScrollArea*>(host->sideDock()->widget());
+    }
+};
+
+TEST_F(StereoViewInFont, FitsIntoTheNarrowestSideDockAndA670PixelWindow)
+{
+    const QScrollArea* const panel = panelIn(10);
+    EXPECT_LE(panel->minimumWidth(), 275);
+    EXPECT_LE(panel->widget()->minimumSizeHint().height(), 620) << "menu and status bar need the rest";
+    EXPECT_EQ(host->size(), QSize(1200, 670));
+}
+
+TEST_F(StereoViewInFont, ALargeFontWidensThePanelRatherThanCuttingItOff)
+{
+    const QScrollArea* const panel = panelIn(13);
+    EXPECT_GT(panel->minimumWidth(), 275);
+    EXPECT_LE(panel->minimumWidth(), 400);
+    QTest::qWait(0);
+    EXPECT_GE(panel->viewport()->width(), panel->widget()->minimumSizeHint().width());
+}
+
+TEST_F(StereoViewApp, StartsTheWorkerBeforeTheCameraAndStopsItBefore)
+{
+    host->start();
+    EXPECT_TRUE(FakeVYR::isStreaming());
+    host->stop();
+    EXPECT_FALSE(FakeVYR::isStreaming());
+    EXPECT_EQ(host->cameraDevice()->Size(), 0);
+}
+
+TEST_F(StereoViewApp, ForgetsWhatWasQueuedBeforeTheStart)
+{
+    host->cameraDevice()->StartProcessing();
+    emitFrame(newFrame(752, 480, 1, 2));
+    EXPECT_EQ(host->cameraDevice()->Size(), 1);
+    host->start();
+    show(50, 60);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(50, 50, 50));
+}
+
+TEST_F(StereoViewApp, ShowsLeftAndRightSideBySide)
+{
+    host->start();
+    show(40, 200);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(40, 40, 40));
+    EXPECT_EQ(shownAtShare(0.75, 0.5), QColor(200, 200, 200));
+    show(90, 10);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(90, 90, 90));
+}
+
+TEST_F(StereoViewApp, ShowsEveryArrangement)
+{
+    host->start();
+    show(40, 200);
+    const QColor left(40, 40, 40);
+    const QColor right(200, 200, 200);
+    choose(1);
+    EXPECT_EQ(shownAtShare(0.5, 0.25), left);
+    EXPECT_EQ(shownAtShare(0.5, 0.75), right);
+    choose(2);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), left);
+    EXPECT_EQ(shownAtShare(0.75, 0.5), left);
+    choose(3);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), right);
+    EXPECT_EQ(shownAtShare(0.75, 0.5), right);
+    choose(4);
+    EXPECT_EQ(shownAtShare(0.5, 0.5), QColor(40, 200, 200));
+    choose(5);
+    EXPECT_EQ(shownAtShare(0.5, 0.5), QColor(160, 160, 160));
+    choose(0);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), left);
+}
+
+TEST_F(StereoViewApp, ShowsPicturesOfEverySize)
+{
+    host->start();
+    const std::vector<std::pair<int, int>> sizes = {{752, 480}, {376, 480}, {188, 480}, {752, 240}, {376, 240},
+                                                    {188, 120}, {80, 60},   {752, 4},   {1, 1},     {81, 61}};
+    int grey = 100;
+    for (const auto& [width, height] : sizes) {
+        ++grey;
+        show(newFrame(width, height, grey, 10));
+        // In a cell's very middle there is always picture, however narrow it is.
+        const int x = (view()->width() - 2) / 4;
+        if (height > 4) {
+            EXPECT_EQ(shownAt(x, view()->height() / 2).red(), grey) << width << " x " << height;
+        }
+    }
+}
+
+TEST_F(StereoViewApp, WheelZoomsDraggingMovesAndADoubleClickResets)
+{
+    host->start();
+    choose(2);
+    PictureFrame& frame = newFrame(752, 480, 40, 40);
+    for (int y = 0; y < 480; ++y) {
+        for (int x = 376; x < 752; ++x)
+            frame.setLeftPixel(x, y, 200);
+    }
+    show(frame);
+    const QColor dark(40, 40, 40);
+    const QColor light(200, 200, 200);
+    const QPoint middle = view()->rect().center();
+    const QPoint leftOfIt = middle - QPoint(100, 0);
+    ASSERT_EQ(shownAt(leftOfIt.x(), leftOfIt.y()), dark);
+
+    turnWheel(middle + QPoint(200, 0), 10); // the edge in the middle moves out to the left
+    EXPECT_EQ(shownAt(leftOfIt.x(), leftOfIt.y()), light);
+
+    QTest::mousePress(view(), Qt::LeftButton, Qt::NoModifier, middle);
+    EXPECT_EQ(view()->cursor().shape(), Qt::ClosedHandCursor);
+    for (int step = 0; step < 20; ++step) {
+        const QPoint from = middle + QPoint(200 * step, 0);
+        QMouseEvent move(QEvent::MouseMove, from + QPoint(200, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view(), &move);
+    }
+    QTest::mouseRelease(view(), Qt::LeftButton, Qt::NoModifier, middle);
+    EXPECT_EQ(view()->cursor().shape(), Qt::OpenHandCursor);
+    EXPECT_EQ(shownAt(leftOfIt.x(), leftOfIt.y()), dark);
+    EXPECT_EQ(shownAt(middle.x() + 100, middle.y()), dark);
+
+    QTest::mouseDClick(view(), Qt::LeftButton, Qt::NoModifier, middle);
+    EXPECT_EQ(shownAt(leftOfIt.x(), leftOfIt.y()), dark);
+    EXPECT_EQ(shownAt(middle.x() + 100, middle.y()), light);
+}
+
+TEST_F(StereoViewApp, ControlsReachTheCamera)
+{
+    host->start();
+    FakeVYR::clearCalls();
+    QTest::keyClick(control<QSlider>("exposureSlider"), Qt::Key_PageUp);
+    QTest::keyClick(control<QSlider>("gainSlider"), Qt::Key_Right);
+    QTest::keyClick(control<QSpinBox>("ledBox"), Qt::Key_Up);
+    for (const char* const flag : {"horizontalFlip", "verticalFlip", "swapCameras", "undistort"})
+        QTest::keyClick(control<QCheckBox>(flag), Qt::Key_Space);
+    EXPECT_THAT(FakeVYR::calls(), ElementsAre("Set 8 10 0", "Set 9 1", "Set 13 1", "Set 10 1", "Set 11 1", "Set 12 1",
+                                              "Set 17 1"));
+    EXPECT_EQ(control<QSpinBox>("exposureBox")->value(), 10);
+    EXPECT_EQ(control<QSlider>("ledSlider")->value(), 1);
+}
+
+TEST_F(StereoViewApp, ZeroReadsAutoAndOff)
+{
+    host->start();
+    EXPECT_EQ(control<QSpinBox>("exposureBox")->text(), "auto");
+    EXPECT_EQ(control<QSpinBox>("gainBox")->text(), "auto");
+    EXPECT_EQ(control<QSpinBox>("ledBox")->text(), "off");
+    for (const char* const name : {"exposureBox", "gainBox", "ledBox"}) {
+        EXPECT_EQ(control<QSpinBox>(name)->minimum(), 0);
+        EXPECT_EQ(control<QSpinBox>(name)->maximum(), 100);
+    }
+}
+
+TEST_F(StereoViewApp, TypingANumberSendsItOnceWhenItIsComplete)
+{
+    host->start();
+    auto* const box = control<QSpinBox>("gainBox");
+    box->selectAll();
+    FakeVYR::clearCalls();
+    QTest::keyClicks(box, "75");
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_THAT(FakeVYR::calls(), ElementsAre("Set 9 75"));
+}
+
+TEST_F(StereoViewApp, ChoicesComeBackAfterAnAppSwitchAndReachTheCameraAgain)
+{
+    host->start();
+    QTest::keyClick(control<QSlider>("exposureSlider"), Qt::Key_PageUp);
+    for (const char* const flag : {"horizontalFlip", "swapCameras", "undistort"})
+        QTest::keyClick(control<QCheckBox>(flag), Qt::Key_Space);
+    choose(4);
+    host->stop();
+    // Another app has its own ideas.
+    host->cameraDevice()->Exposure(77);
+    host->cameraDevice()->HFlip(false);
+    FakeVYR::clearCalls();
+
+    host->start();
+    EXPECT_EQ(control<QSlider>("exposureSlider")->value(), 10);
+    EXPECT_TRUE(control<QCheckBox>("horizontalFlip")->isChecked());
+    EXPECT_FALSE(control<QCheckBox>("verticalFlip")->isChecked());
+    EXPECT_EQ(control<QComboBox>("arrangement")->currentIndex(), 4);
+    const std::vector<std::string> calls = FakeVYR::calls();
+    const auto place = [&](const char* call) { return std::find(calls.rbegin(), calls.rend(), call).base(); };
+    const auto started = place("StartVYR 1");
+    EXPECT_LT(place("Set 8 10 0"), started);
+    EXPECT_LT(place("Set 10 1"), started);
+    EXPECT_GT(place("Set 12 1"), started) << "the camera node does not remember swapped cameras";
+    EXPECT_GT(place("Set 17 1"), started) << "nor undistortion";
+    show(30, 60);
+    EXPECT_EQ(shownAtShare(0.5, 0.5), QColor(30, 60, 60));
+}
+
+TEST_F(StereoViewApp, ChoicesAreStoredWhileRunning)
+{
+    host->start();
+    QTest::keyClick(control<QSlider>("ledSlider"), Qt::Key_PageUp);
+    EXPECT_TRUE(QTest::qWaitFor([] {
+        return QSettings(QSettings::IniFormat, QSettings::UserScope, "VYRDashboard", "Apps").value("StereoView/led")
+            == 10;
+    }));
+}
+
+TEST_F(StereoViewApp, SavesThePairByKey)
+{
+    host->start();
+    show(40, 200);
+    QTest::keyClick(host.get(), Qt::Key_S);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return host->field(1).lastText.startsWith("Saved stereo_"); }));
+    EXPECT_FALSE(host->field(1).lastColor.isValid());
+    const QStringList files = savedFiles();
+    ASSERT_EQ(files.size(), 2);
+    EXPECT_TRUE(files[0].endsWith("_left.png"));
+    EXPECT_TRUE(files[1].endsWith("_right.png"));
+    const QImage left(directory.filePath("Pictures/" + files[0]));
+    EXPECT_EQ(left.size(), QSize(752, 480));
+    EXPECT_EQ(left.pixelColor(751, 479).red(), 40);
+    EXPECT_EQ(QImage(directory.filePath("Pictures/" + files[1])).pixelColor(751, 479).red(), 200);
+    EXPECT_TRUE(control<QLabel>("savedLabel")->text().startsWith("stereo_"));
+}
+
+TEST_F(StereoViewApp, SavesThePairByButton)
+{
+    host->start();
+    show(40, 200);
+    QTest::mouseClick(control<QPushButton>("saveButton"), Qt::LeftButton);
+    QTest::mouseClick(control<QPushButton>("saveButton"), Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return savedFiles().size() == 4; }));
+}
+
+TEST_F(StereoViewApp, LetterKeysReachTheAppFromItsControls)
+{
+    host->start();
+    show(40, 200);
+    int expected = 0;
+    for (QWidget* const widget : std::initializer_list<QWidget*>{control<QSpinBox>("gainBox"),
+                                                                control<QComboBox>("arrangement"),
+                                                                control<QSlider>("ledSlider")}) {
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_S);
+        expected += 2;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return savedFiles().size() == expected; })) << expected;
+    }
+    EXPECT_EQ(control<QComboBox>("arrangement")->currentIndex(), 0);
+}
+
+TEST_F(StereoViewApp, OtherKeysAreLeftToTheHost)
+{
+    host->start();
+    show(40, 200);
+    QKeyEvent other(QEvent::KeyPress, Qt::Key_T, Qt::NoModifier);
+    EXPECT_FALSE(app->handleKeyEvent(&other));
+    QKeyEvent withControl(QEvent::KeyPress, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(app->handleKeyEvent(&withControl));
+    QKeyEvent released(QEvent::KeyRelease, Qt::Key_S, Qt::NoModifier);
+    EXPECT_FALSE(app->handleKeyEvent(&released));
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_S, Qt::NoModifier, "s", true);
+    EXPECT_TRUE(app->handleKeyEvent(&held));
+    host->stop();
+    EXPECT_TRUE(savedFiles().isEmpty()) << "holding the key saves no row of pictures";
+}
+
+TEST_F(StereoViewApp, AFailedSaveIsToldInRed)
+{
+    QFile inTheWay(directory.filePath("Pictures"));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    host->start();
+    show(40, 200);
+    QTest::keyClick(host.get(), Qt::Key_S);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return host->field(1).lastText.contains("failed"); }));
+    EXPECT_EQ(host->field(1).lastColor, QColor(Qt::red));
+}
+
+TEST_F(StereoViewApp, SavingBeforeTheFirstPictureIsToldInRed)
+{
+    host->start();
+    QTest::keyClick(host.get(), Qt::Key_S);
+    EXPECT_EQ(host->field(1).lastText, "There is no picture to save yet");
+    EXPECT_EQ(host->field(1).lastColor, QColor(Qt::red));
+}
+
+TEST_F(StereoViewApp, AStopWaitsForPicturesThatAreBeingSaved)
+{
+    host->start();
+    show(40, 200);
+    QTest::keyClick(host.get(), Qt::Key_S);
+    host->stop();
+    EXPECT_EQ(savedFiles().size(), 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return host->field(1).lastText.startsWith("Saved stereo_"); }));
+}
+
+TEST_F(StereoViewApp, BadRecordsAreCountedAndNotShown)
+{
+    host->start();
+    show(40, 200);
+    std::vector<void (*)(PictureRecord&)> spoilers = {
+        [](PictureRecord& r) { r.recordSize = 0; },  [](PictureRecord& r) { r.width = 0; },
+        [](PictureRecord& r) { r.height = -480; },   [](PictureRecord& r) { r.width = 16385; r.bytesPerRow = 16400; },
+        [](PictureRecord& r) { r.bytesPerRow = 751; }, [](PictureRecord& r) { r.left = 0; },
+        [](PictureRecord& r) { r.right = 0; },       [](PictureRecord& r) { r.bitsPerPixel = 16; },
+    };
+    for (const auto spoil : spoilers) {
+        PictureFrame& frame = newFrame(752, 480, 99, 99);
+        spoil(frame.record);
+        emitFrame(frame);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return figure("unreadableLabel") == "8"; }));
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(40, 40, 40));
+    show(41, 200);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(41, 41, 41));
+    EXPECT_EQ(figure("droppedLabel"), "0") << "they came, so they are not missing";
+}
+
+TEST_F(StereoViewApp, FramesThatAreAllBadAreTold)
+{
+    host->start();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        PictureFrame& frame = newFrame(8, 8, 1, 1);
+        frame.record.bitsPerPixel = 10;
+        emitFrame(frame);
+        QTest::qWait(20);
+        return message() == "The camera's frames cannot be read";
+    }));
+}
+
+TEST_F(StereoViewApp, GapsInTheFrameCounterAreDroppedFrames)
+{
+    host->start();
+    show(1, 1);
+    nextCounter += 3;
+    show(2, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return figure("droppedLabel") == "3"; }));
+    nextCounter = 0; // the camera has been started again
+    show(3, 3);
+    nextCounter += 2;
+    show(4, 4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return figure("droppedLabel") == "5"; }));
+}
+
+TEST_F(StereoViewApp, ShowsTheFiguresOfTheStream)
+{
+    host->start();
+    for (int i = 0; i < 40; ++i)
+        show(i, i);
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        show(7, 7);
+        return figure("frameRateLabel").endsWith(" fps") && figure("nodeTimeLabel").endsWith(" ms")
+            && figure("brightnessLabel") == "Mean 7, fully white 0.0 %";
+    }));
+    EXPECT_EQ(figure("pictureSizeLabel"), QStringLiteral("752 \u00D7 480"));
+}
+
+TEST_F(StereoViewApp, SaysWhenFramesStopAndKeepsTheLastPictureDimmed)
+{
+    host->start();
+    show(200, 200);
+    EXPECT_EQ(message(), "");
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
+    EXPECT_GE(timer.elapsed(), 900);
+    EXPECT_LT(shownAtShare(0.25, 0.5).red(), 120);
+    EXPECT_GT(shownAtShare(0.25, 0.5).red(), 40);
+    EXPECT_FALSE(figure("frameRateLabel").contains("fps"));
+    show(201, 200);
+    EXPECT_EQ(message(), "");
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(201, 201, 201));
+}
+
+TEST_F(StereoViewApp, SaysWhenNoFrameEverComes)
+{
+    FakeVYR::setStarts(false);
+    host->start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
+}
+
+TEST_F(StereoViewApp, GoesOnThroughModeChanges)
+{
+    host->start();
+    for (int round = 0; round < 5; ++round) {
+        show(newFrame(752, 480, 100 + round, 10));
+        EXPECT_EQ(shownAtShare(0.25, 0.5).red(), 100 + round);
+        emitFrame(newFrame(752, 480, 1, 1)); // on its way while the mode changes
+        host->changeMode(smallMode);
+        show(newFrame(80, 60, 150 + round, 10));
+        EXPECT_EQ(shownAtShare(0.25, 0.5).red(), 150 + round);
+        EXPECT_EQ(figure("droppedLabel"), "0");
+        host->changeMode(fullMode);
+    }
+}
+
+TEST_F(StereoViewApp, AnUnknownLayoutIsToldAndNothingIsRead)
+{
+    layoutName = "VYR-frame-2";
+    host->start();
+    EXPECT_THAT(message().toStdString(), testing::HasSubstr("picture layout of this camera library is not known"));
+    PictureFrame& frame = newFrame(752, 480, 200, 200);
+    frame.record.left = 1; // nobody may follow it
+    emitFrame(frame);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return worksOff(); }));
+    EXPECT_FALSE(app->updatePending());
+    EXPECT_EQ(figure("unreadableLabel"), "0");
+}
+
+TEST_F(StereoViewApp, ASecondStartIsAFreshOne)
+{
+    host->start();
+    app->start();
+    show(60, 70);
+    EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(60, 60, 60));
+}
+
+TEST_F(StereoViewApp, TenThousandFramesLoseNoPoolSlotAndNoMemory)
+{
+    constexpr int warmUp = 1000;
+    constexpr int total = 10000;
+    for (int i = 0; i < 64; ++i)
+        newFrame(320, 120, i, 255 - i);
+    host->start();
+    long before = 0;
+    for (int i = 0; i < total; ++i) {
+        PictureFrame& frame = *frames[static_cast<std::size_t>(i) % frames.size()];
+        frame.record.frameCounter = static_cast<std::uint32_t>(i);
+        frame.record.timestamp = static_cast<std::uint32_t>(i) * 50;
+        // As fast as they are worked off: the queue is never full, so that none may be missing.
+        ASSERT_TRUE(QTest::qWaitFor([&] { return host->cameraDevice()->Size() < 8; }));
+        emitFrame(frame);
+        if (i % 4 == 0)
+            QCoreApplication::processEvents();
+        if (i == warmUp)
+            before = residentBytes();
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return worksOff(); })) << framesOut() << " pool slots are lost";
+    EXPECT_EQ(figure("droppedLabel"), "0");
+#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory on purpose
+    EXPECT_LT(residentBytes() - before, allowedGrowth);
+#endif
+}
+
+} // namespace
