@@ -204,7 +204,7 @@ QString VYRCameraDevice::FirmwareBuildTime() const
 QString VYRCameraDevice::TextParameter(int id) const
 {
     if (!IsOpen())
-        return QString();
+        return QString(); // without a camera nobody would write into the buffer
     // Deliberate: neither cleared before the call nor is the result checked; the text is what the library left, up to
     // the first zero byte or the end of the buffer.
     char buffer[VYRTextSize]; // NOLINT(cppcoreguidelines-pro-type-member-init)
@@ -333,8 +333,8 @@ void VYRCameraDevice::OnFrame(const VYRFrameRecord* record)
     frame->record = record;
     frame->fps = measuredFps;
     // Deliberate: the result is ignored. A frame that a full queue refuses is not given back: its slot stays taken until
-    // streaming is next started or stopped, so that a consumer that has fallen 31 frames behind drains the pool and is
-    // not fed ever newer frames out of order behind a queue of stale ones.
+    // streaming is next started or stopped. A consumer that is 31 frames behind thus runs the pool dry for good, and does
+    // not keep the camera busy with filling and refusing the last slot.
     OutputQueue().Push(frame);
 }
 

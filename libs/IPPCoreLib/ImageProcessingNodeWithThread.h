@@ -33,7 +33,7 @@ public:
     /// Starts the worker; see ImageProcessingThread. Thread: the controlling thread.
     void StartProcessing() override;
 
-    /// Stops the worker; see ImageProcessingThread. Thread: the controlling thread.
+    /// Stops the worker; see ImageProcessingThread. Thread: the controlling thread, never the worker thread: not from
+    /// Process().
     void StopProcessing() override;
-
 };

@@ -64,8 +64,8 @@ void ImageProcessingThread::Body()
 
 void ImageProcessingThread::RunHooks()
 {
-    // Deliberate: locked and unlocked by hand. An exception out of ThreadInit() or ThreadExit() leaves the hook lock
-    // locked, the mark of a worker whose set-up or clean-up did not complete.
+    // Deliberate: locked and unlocked by hand, so that an exception out of ThreadInit() or ThreadExit() leaves the hook
+    // lock locked. Nobody locks it again, since a worker's thread runs once, and this mutex may be destroyed locked.
     _hookLock.lock();
     ThreadInit();
     _hookLock.unlock();

@@ -15,7 +15,7 @@ class SafeThread;
 /// once. An exception that leaves a hook ends the worker, silently.
 ///
 /// Meant to be started once: its thread starts at most once in its life. After a stop, StartProcessing() makes
-/// IsRunning() true, but no thread runs.
+/// IsRunning() true, but no thread runs (unless the stop came before the first thread was up: that one then runs).
 ///
 /// The hooks are called by slot: their order is fixed, and the destructor is not virtual.
 /// Ownership: owns its SafeThread.
@@ -42,6 +42,7 @@ public:
 
     /// Stops the worker: clears the running flag and waits until the thread has ended. Nothing when it is not
     /// running. A thread that has yet to come up is not waited for; it will find itself stopped and call no hook.
+    /// Calling it from a hook would wait for oneself, which is fatal (see pt::thread::waitfor()).
     void StopProcessing();
 
     /// Whether the worker was started and not stopped since. Thread: any thread.

@@ -35,7 +35,7 @@ void NodeTiming::EndTiming()
 double NodeTiming::AverageMilliseconds(std::int32_t minimumSamples)
 {
     const std::lock_guard<std::mutex> guard(_mutex);
-    if (_samples >= minimumSamples && _samples > 0) {
+    if (_samples >= minimumSamples && _samples > 0) { // a minimum of 0 is no reason to divide by it
         _lastAverage = _accumulated / _samples;
         _accumulated = 0.0;
         _samples = 0;

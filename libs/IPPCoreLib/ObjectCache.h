@@ -8,19 +8,11 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
-#include <string>
 #include <vector>
 
-namespace ObjectCacheCheck {
-
-/// Reports a pool that is destroyed while a slot still holds an object, as a failed assertion of
-/// `function` does, and aborts; in every build type.
-[[noreturn]] IPPCORELIB_EXPORT void Fail(const std::string& function);
-
-/// The type's name as the compiler writes it, from a signature that ends in "T = NAME]" or "T = NAME; ...]".
-IPPCORELIB_EXPORT std::string TypeNameIn(const std::string& signature);
-
-} // namespace ObjectCacheCheck
+/// Reports a pool that is destroyed while a slot still holds an object, in the words of a failed assertion in `function`,
+/// and aborts; in every build type.
+[[noreturn]] IPPCORELIB_EXPORT void failObjectCacheCheck(const char* function);
 
 /// A fixed-size, non-blocking pool: the data path takes objects with Acquire() and gives them back with
 /// Release(). When nothing is free, Acquire() returns null at once and the caller drops its data.
@@ -44,10 +36,8 @@ public:
     ~ObjectCache()
     {
         for (const Slot& slot : _objectCache) {
-            if (slot.obj != nullptr) {
-                ObjectCacheCheck::Fail("ObjectCache<T>::~ObjectCache() [with T = "
-                                       + ObjectCacheCheck::TypeNameIn(__PRETTY_FUNCTION__) + "]");
-            }
+            if (slot.obj != nullptr)
+                failObjectCacheCheck(__PRETTY_FUNCTION__);
         }
     }
 

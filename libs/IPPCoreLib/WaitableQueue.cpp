@@ -46,6 +46,8 @@ Item WaitableQueue<Item>::Pop(std::int32_t timeout)
 template<typename Item>
 void WaitableQueue<Item>::Clear()
 {
+    // Deliberate: the items are not released. Who clears a queue also stops the pool's user and takes every object back
+    // at once; a release here would reach into pools that may be gone.
     const std::lock_guard<std::mutex> guard(_mutex);
     _items.clear();
     _count.store(0, std::memory_order_relaxed);

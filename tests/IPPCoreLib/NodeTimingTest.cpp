@@ -20,7 +20,13 @@ TEST(NodeTiming, BeginsWithAnAverageOfZero)
 {
     NodeTiming timing;
     EXPECT_EQ(timing.AverageMilliseconds(1), 0.0);
+}
+
+TEST(NodeTiming, AnAverageOfNoSamplesIsThePreviousOne)
+{
+    NodeTiming timing;
     EXPECT_EQ(timing.AverageMilliseconds(0), 0.0);
+    EXPECT_EQ(timing.AverageMilliseconds(-1), 0.0);
 }
 
 TEST(NodeTiming, AveragesInMilliseconds)

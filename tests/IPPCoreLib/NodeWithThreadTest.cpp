@@ -9,8 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -53,9 +55,14 @@ public:
     {
         ImageProcessingNodeWithThread::ThreadStep();
         ++steps;
+        processedAfterStep[std::min<std::size_t>(static_cast<std::size_t>(steps) - 1, 1)] = processed.load();
     }
 
-    void ThreadExit() override { ++exits; }
+    void ThreadExit() override
+    {
+        ++exits;
+        onExit();
+    }
 
     void Close() override {}
 
@@ -70,9 +77,11 @@ public:
     }
 
     std::function<void()> onInit = [] {};
+    std::function<void()> onExit = [] {};
     std::function<void()> onProcess = [] {};
     std::atomic<int> inits{0};
     std::atomic<int> steps{0};
+    std::atomic<int> processedAfterStep[2] = {{-1}, {-1}}; ///< after the first step, and after the last one
     std::atomic<int> exits{0};
     std::atomic<int> processed{0};
     std::atomic<int> nulls{0};
@@ -122,23 +131,37 @@ TEST_F(NodeWithThread, EmptyQueueEndsEachStepAfterTheQuietPeriod)
     EXPECT_EQ(worker.processed, 0);
 }
 
-TEST_F(NodeWithThread, StopEndsAnIdleWorkerWithinAboutOneWaitPeriod)
+TEST_F(NodeWithThread, AnIdleWorkerNeverWaitsLongerThanFiveMilliseconds)
+{
+    PosixCalls::longestTimedWait = 0;
+    worker.StartProcessing();
+    ASSERT_TRUE(waitFor([&] { return worker.steps >= 4; }));
+    worker.StopProcessing();
+    EXPECT_GT(PosixCalls::longestTimedWait, 0);
+    EXPECT_LE(PosixCalls::longestTimedWait, 5'000'000) << "a stop is noticed within one wait";
+}
+
+TEST_F(NodeWithThread, StopEndsAnIdleWorker)
 {
     worker.StartProcessing();
     ASSERT_TRUE(waitFor([&] { return worker.steps > 0; }));
-    const int steps = worker.steps;
     worker.StopProcessing();
-    EXPECT_LE(worker.steps - steps, 2);
     EXPECT_EQ(worker.exits, 1);
     EXPECT_FALSE(worker.IsRunning());
+    const int steps = worker.steps;
+    EXPECT_FALSE(waitFor([&] { return worker.steps > steps; }, std::chrono::milliseconds(20)));
 }
 
 TEST_F(NodeWithThread, NullItemEndsTheStepWithoutProcessing)
 {
+    Item item;
     source.OutputQueue().Push(nullptr);
+    source.OutputQueue().Push(&item);
     worker.StartProcessing();
-    ASSERT_TRUE(waitFor([&] { return worker.steps >= 1; }));
-    EXPECT_EQ(worker.processed, 0);
+    ASSERT_TRUE(waitFor([&] { return item.releases == 1; }));
+    worker.StopProcessing();
+    EXPECT_EQ(worker.processedAfterStep[0], 0) << "the item behind the null waits for the next step";
+    EXPECT_EQ(worker.nulls, 0);
 }
 
 TEST_F(NodeWithThread, StepOfAStoppedNodeTakesNothing)
@@ -164,7 +187,7 @@ TEST_F(NodeWithThread, StopDuringProcessingLeavesTheRestQueued)
     worker.StartProcessing();
     ASSERT_TRUE(waitFor([&] { return inside.load(); }));
     std::thread stopper([&] { worker.StopProcessing(); });
-    ASSERT_TRUE(waitFor([&] { return !worker.IsRunning(); }));
+    EXPECT_TRUE(waitFor([&] { return !worker.IsRunning(); }));
     leave = true;
     stopper.join();
     EXPECT_EQ(worker.processed, 1);
@@ -236,6 +259,35 @@ TEST_F(NodeWithThread, ExceptionOutOfInitEndsTheWorker)
     EXPECT_EQ(worker.exits, 0);
 }
 
+/// Runs a worker whose hook throws and returns how many mutexes its thread has locked and not unlocked.
+int locksLeftBehind(WorkerNode& worker, const std::atomic<int>& hookCalls)
+{
+    const int before = PosixCalls::mutexLock.calls - PosixCalls::mutexUnlock.calls;
+    worker.StartProcessing();
+    waitFor([&] { return worker.steps > 0 || hookCalls > 0; });
+    worker.StopProcessing();
+    waitFor([&] { return hookCalls > 0; });
+    return PosixCalls::mutexLock.calls - PosixCalls::mutexUnlock.calls - before;
+}
+
+TEST_F(NodeWithThread, ExceptionOutOfInitLeavesTheHookLockLocked)
+{
+    worker.onInit = [] { throw 1; };
+    EXPECT_EQ(locksLeftBehind(worker, worker.inits), 1);
+}
+
+TEST_F(NodeWithThread, ExceptionOutOfExitEndsTheWorkerAndLeavesTheHookLockLocked)
+{
+    worker.onExit = [] { throw 1; };
+    EXPECT_EQ(locksLeftBehind(worker, worker.exits), 1);
+    EXPECT_EQ(worker.exits, 1);
+}
+
+TEST_F(NodeWithThread, HooksThatReturnLeaveNoLockLocked)
+{
+    EXPECT_EQ(locksLeftBehind(worker, worker.exits), 0);
+}
+
 TEST_F(NodeWithThread, TimingCountsTheItems)
 {
     worker.onProcess = [] { std::this_thread::sleep_for(std::chrono::milliseconds(3)); };
@@ -246,6 +298,23 @@ TEST_F(NodeWithThread, TimingCountsTheItems)
     ASSERT_TRUE(waitFor([&] { return items.back().releases == 1; }));
     worker.StopProcessing();
     EXPECT_GE(worker.Timing().AverageMilliseconds(3), 2.0);
+}
+
+TEST(NodeWithThreadLife, AThreadThatComesUpAfterTheStopCallsNoHook)
+{
+    PosixCalls::threadEntryDelay = 50;
+    SourceNode source;
+    std::atomic<int> hooks{0};
+    {
+        WorkerNode worker;
+        worker.onInit = [&] { ++hooks; };
+        worker.onExit = [&] { ++hooks; };
+        worker.SetInputNode(&source);
+        worker.StartProcessing();
+        worker.StopProcessing();
+    }
+    PosixCalls::threadEntryDelay = 0;
+    EXPECT_EQ(hooks, 0);
 }
 
 TEST(NodeWithThreadLife, StopOvertakingTheStartCallsNoHookOnADyingNode)

@@ -116,8 +116,8 @@ TEST_F(ObjectCacheOfThree, ClearLeavesTheInUseFlags)
     cache.Acquire();
     cache.Clear([](Item*) {});
     EXPECT_EQ(cache.Acquire(), nullptr) << "slot 1, without an object";
-    EXPECT_EQ(cache.Acquire(), nullptr) << "slot 2, without an object";
-    cache.Release(&items[0]); // no longer in the pool
+    EXPECT_EQ(cache.Acquire(), nullptr) << "slot 2, without an object; the cursor is back at 0";
+    EXPECT_EQ(cache.Acquire(), nullptr) << "slot 0 is still in use, so the cursor stays";
     int calls = 0;
     cache.Fill([&] { return &items[calls++]; });
     EXPECT_EQ(cache.Acquire(), &items[0]) << "filling frees the slots";

@@ -5,8 +5,12 @@
 
 #include <cerrno>
 
+#include <memory>
+
 #include <dlfcn.h>
 #include <pthread.h>
+#include <sys/time.h>
+#include <unistd.h>
 
 namespace PosixCalls {
 
@@ -14,9 +18,37 @@ Counter threadCreate;
 Counter threadJoin;
 Counter threadDetach;
 Counter mutexInit;
+Counter mutexLock;
+Counter mutexUnlock;
 Counter conditionInit;
+Counter conditionSignal;
+Counter timedWait;
+std::atomic<long long> longestTimedWait{0};
+std::atomic<int> threadEntryDelay{0};
 
 namespace {
+
+struct DelayedEntry
+{
+    void* (*entry)(void*);
+    void* argument;
+};
+
+void* runDelayed(void* object)
+{
+    const std::unique_ptr<DelayedEntry> delayed(static_cast<DelayedEntry*>(object));
+    usleep(static_cast<useconds_t>(threadEntryDelay) * 1000);
+    return delayed->entry(delayed->argument);
+}
+
+void noteDeadline(const timespec& deadline)
+{
+    timeval now;
+    gettimeofday(&now, nullptr);
+    const long long ahead = (deadline.tv_sec - now.tv_sec) * 1'000'000'000LL + deadline.tv_nsec - now.tv_usec * 1'000LL;
+    if (ahead > longestTimedWait)
+        longestTimedWait = ahead;
+}
 
 template<typename Function, typename... Arguments>
 int countAndCall(Counter& counter, const char* name, Function, Arguments... arguments)
@@ -39,6 +71,10 @@ extern "C" {
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument)
 {
+    if (threadEntryDelay != 0) {
+        argument = new DelayedEntry{entry, argument};
+        entry = &runDelayed;
+    }
     return countAndCall(threadCreate, "pthread_create", &pthread_create, thread, attributes, entry, argument);
 }
 
@@ -60,6 +96,27 @@ int pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attrib
 int pthread_cond_init(pthread_cond_t* condition, const pthread_condattr_t* attributes)
 {
     return countAndCall(conditionInit, "pthread_cond_init", &pthread_cond_init, condition, attributes);
+}
+
+int pthread_mutex_lock(pthread_mutex_t* mutex)
+{
+    return countAndCall(mutexLock, "pthread_mutex_lock", &pthread_mutex_lock, mutex);
+}
+
+int pthread_mutex_unlock(pthread_mutex_t* mutex)
+{
+    return countAndCall(mutexUnlock, "pthread_mutex_unlock", &pthread_mutex_unlock, mutex);
+}
+
+int pthread_cond_signal(pthread_cond_t* condition)
+{
+    return countAndCall(conditionSignal, "pthread_cond_signal", &pthread_cond_signal, condition);
+}
+
+int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec* deadline)
+{
+    noteDeadline(*deadline);
+    return countAndCall(timedWait, "pthread_cond_timedwait", &pthread_cond_timedwait, condition, mutex, deadline);
 }
 
 } // extern "C"

@@ -19,6 +19,16 @@ extern Counter threadCreate;
 extern Counter threadJoin;
 extern Counter threadDetach;
 extern Counter mutexInit;
+extern Counter mutexLock;
+extern Counter mutexUnlock;
 extern Counter conditionInit;
+extern Counter conditionSignal;
+extern Counter timedWait;
+
+/// The longest time ahead that a deadline of a timed wait was since it was last set to 0, in nanoseconds.
+extern std::atomic<long long> longestTimedWait;
+
+/// How long a new thread is kept from running its entry, in milliseconds.
+extern std::atomic<int> threadEntryDelay;
 
 } // namespace PosixCalls

@@ -26,7 +26,9 @@ std::chrono::milliseconds since(Clock::time_point start)
 TEST(TimedSem, WaitOfZeroWithoutACountFailsAtOnce)
 {
     pt::timedsem semaphore(0);
+    const int before = PosixCalls::timedWait.calls;
     EXPECT_FALSE(semaphore.wait(0));
+    EXPECT_EQ(PosixCalls::timedWait.calls - before, 1) << "after one immediate timed wait";
 }
 
 TEST(TimedSem, TwoCountsServeTwoWaitsAndTheThirdTimesOut)
@@ -65,7 +67,18 @@ TEST(TimedSem, PostsAddUp)
     EXPECT_FALSE(semaphore.wait(0));
 }
 
-TEST(TimedSemDeathTest, CreationFailureExitsWith41)
+TEST(TimedSemDeathTest, FailingMutexExitsWith41)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            PosixCalls::mutexInit.fails = true;
+            pt::timedsem semaphore(0);
+        },
+        testing::ExitedWithCode(41), "Internal \\[c0029\\]: Timed semaphore failed\n");
+}
+
+TEST(TimedSemDeathTest, FailingConditionExitsWith41)
 {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(
@@ -157,6 +170,17 @@ TEST(TriggerDeathTest, FailingMutexExitsWith41)
         testing::ExitedWithCode(41), "Internal \\[c0029\\]: Trigger failed\n");
 }
 
+TEST(TriggerDeathTest, FailingConditionExitsWith41)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            PosixCalls::conditionInit.fails = true;
+            pt::trigger trigger(true, false);
+        },
+        testing::ExitedWithCode(41), "Internal \\[c0029\\]: Trigger failed\n");
+}
+
 TEST(Deadline, SecondsAndNanosecondsAreAdded)
 {
     const timespec deadline = pt::deadline_after(timeval{100, 250'000}, 1'500);
@@ -180,13 +204,18 @@ void sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds before)
     std::this_thread::sleep_for(left > before ? left - before : left + std::chrono::seconds(1) - before);
 }
 
-TEST(Deadline, AWaitAcrossTheTurnOfASecondTimesOutAfterIt)
+TEST(Deadline, AWaitAcrossTheTurnOfASecondBeginsAnewAfterIt)
 {
     pt::trigger trigger(true, false);
-    sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds(10));
+    sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds(20));
+    timeval now;
+    gettimeofday(&now, nullptr);
+    const long leftOfTheSecond = (1'000'000 - now.tv_usec) / 1000;
     const auto start = Clock::now();
     EXPECT_FALSE(trigger.wait(40));
-    EXPECT_GE(since(start).count(), 39);
+    if (leftOfTheSecond < 40) { // else the machine was too slow to come here in time
+        EXPECT_GE(since(start).count(), leftOfTheSecond + 40 - 2);
+    }
 }
 
 TEST(Deadline, APostGetsThroughWhileDeadlinesAreRejected)

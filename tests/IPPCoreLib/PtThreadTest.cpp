@@ -115,6 +115,7 @@ TEST(PtThread, AutofreeThreadDeletesItselfAfterFinish)
     static std::atomic<int> ranAt{0};
     static std::atomic<int> finishedAt{0};
     static std::atomic<int> deletedAt{0};
+    order = ranAt = finishedAt = deletedAt = 0;
     auto* const thread = new CallingThread([] { ranAt = ++order; }, true);
     thread->onFinish = [] { finishedAt = ++order; };
     thread->onDelete = [] { deletedAt = ++order; };
@@ -128,6 +129,7 @@ TEST(PtThread, AutofreeThreadDeletesItselfAfterFinish)
 TEST(PtThread, ExceptionOutOfFinishIsDeletedAndForgotten)
 {
     static std::atomic<int> deletedExceptions{0};
+    deletedExceptions = 0;
     class CountedException : public pt::exception
     {
     public:
@@ -138,6 +140,15 @@ TEST(PtThread, ExceptionOutOfFinishIsDeletedAndForgotten)
     thread.start();
     thread.waitfor();
     EXPECT_EQ(deletedExceptions, 1);
+}
+
+TEST(PtThread, IsSignalledAtMostOnce)
+{
+    CallingThread thread([] {});
+    const int before = PosixCalls::conditionSignal.calls;
+    thread.signal();
+    thread.signal();
+    EXPECT_EQ(PosixCalls::conditionSignal.calls - before, 1);
 }
 
 TEST(PtThreadDeathTest, ExceptionOutOfRunEndsTheProcessAfterFinish)

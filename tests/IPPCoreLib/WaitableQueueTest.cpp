@@ -32,6 +32,13 @@ TEST(WaitableQueue, PushFailsAtThirtyOne)
     EXPECT_TRUE(queue.Push(&item));
 }
 
+TEST(WaitableQueue, CapacityOfZeroSetsNoLimit)
+{
+    WaitableQueue<NodeData*> queue(0);
+    for (int i = 0; i < 100; ++i)
+        ASSERT_TRUE(queue.Push(nullptr)) << i;
+}
+
 TEST(WaitableQueue, ItemsComeOutInTheOrderTheyWentIn)
 {
     WaitableQueue<NodeData*> queue(32);

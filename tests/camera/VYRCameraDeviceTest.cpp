@@ -311,8 +311,18 @@ TEST_F(CameraDevice, FullQueueKeepsThePoolSlotTakenUntilStopped)
     for (int i = 0; i < 31; ++i)
         popFrame(*device)->Release();
     EXPECT_EQ(countFreeFrames(*device), 31) << "the refused frame's slot stays taken";
-    device->FrameCache().ReleaseAll();
     device->StopProcessing();
+    EXPECT_EQ(countFreeFrames(*device), 32);
+}
+
+TEST_F(CameraDevice, FullQueueKeepsThePoolSlotTakenUntilStartedAgain)
+{
+    const auto device = makeStreamingDevice();
+    for (std::uint32_t i = 0; i < 32; ++i)
+        FakeVYR::emitFrame(i);
+    device->OutputQueue().Clear();
+    EXPECT_EQ(countFreeFrames(*device), 0) << "31 forgotten, one refused";
+    device->StartProcessing();
     EXPECT_EQ(countFreeFrames(*device), 32);
 }
 
@@ -554,8 +564,9 @@ TEST_F(CameraDevice, ControlsReachTheLibrary)
 TEST_F(CameraDevice, ExposureIsFollowedByAZero)
 {
     const auto device = makeDevice();
+    device->Gain(1); // leaves something else than zeros where the library looks for its arguments
     device->Exposure(250);
-    EXPECT_THAT(FakeVYR::calls(), ElementsAre("Set 8 250 0"));
+    EXPECT_THAT(FakeVYR::calls(), ElementsAre("Set 9 1", "Set 8 250 0"));
 }
 
 TEST_F(CameraDevice, ControlsOfAClosedDeviceCallNothing)
@@ -677,15 +688,18 @@ TEST_F(CameraDevice, ControlsAndModesMayChangeWhileFramesArrive)
             ++emitted;
         }
     });
-    std::thread consumer([&] {
-        while (!stop) {
-            if (NodeData* const item = device->OutputQueue().Pop(5))
-                item->Release();
-        }
-    });
     for (int round = 0; round < 50; ++round) {
+        std::atomic<bool> stopConsumer{false};
+        std::thread consumer([&] {
+            while (!stopConsumer) {
+                if (NodeData* const item = device->OutputQueue().Pop(5))
+                    item->Release();
+            }
+        });
         device->Exposure(round);
         device->Gain(round);
+        stopConsumer = true;
+        consumer.join();
         device->StopProcessing();
         device->OutputQueue().Clear();
         device->SetResolution(round % 2 == 0 ? 0 : 5, round % 2 == 0 ? 640 : 320, round % 2 == 0 ? 480 : 240, 30.0F);
@@ -695,7 +709,6 @@ TEST_F(CameraDevice, ControlsAndModesMayChangeWhileFramesArrive)
     }
     stop = true;
     library.join();
-    consumer.join();
     device->StopProcessing();
     EXPECT_EQ(countFreeFrames(*device), 32);
 }

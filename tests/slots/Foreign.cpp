@@ -109,11 +109,15 @@ void callStartAndStop(NodeWithHooks* node)
     node->slot6();
 }
 
-void callNodeSlots(Camera* camera)
+void callProcess(Camera* camera)
+{
+    camera->process(nullptr);
+}
+
+void callStartStopClose(Camera* camera)
 {
     camera->start();
     camera->stop();
-    camera->process(nullptr);
     camera->close();
 }
 

@@ -143,7 +143,8 @@ void callEverySlot(StatusText* text);
 void callEverySlot(Node* node, Node* input, Item* item);
 void callEverySlot(Hooks* hooks);
 void callStartAndStop(NodeWithHooks* node);
-void callNodeSlots(Camera* camera);
+void callProcess(Camera* camera);
+void callStartStopClose(Camera* camera);
 void release(Item* item);
 
 /// The host's answers, pointers as text.

@@ -22,6 +22,7 @@ namespace {
 using Foreign::asText;
 using Foreign::Log;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 static_assert(!std::has_virtual_destructor<AppInterface>::value, "called by slot");
 static_assert(!std::has_virtual_destructor<HostEnvironmentInterface>::value, "called by slot");
@@ -200,12 +201,106 @@ TEST(Slots, CameraOperationsFollowThoseOfQObject)
     FakeVYR::reset();
     VYRCameraDevice camera(5, 320, 240, 30.0F);
     FakeVYR::clearCalls();
-    Foreign::callNodeSlots(seenAs<Foreign::Camera>(static_cast<QObject*>(&camera)));
+    auto* const foreign = seenAs<Foreign::Camera>(static_cast<QObject*>(&camera));
+    Foreign::callProcess(foreign);
+    EXPECT_THAT(FakeVYR::calls(), IsEmpty()) << "a camera processes nothing";
+    Foreign::callStartStopClose(foreign);
     const Log calls = FakeVYR::calls();
-    ASSERT_GE(calls.size(), 3U);
+    ASSERT_GE(calls.size(), 4U);
     EXPECT_EQ(calls[calls.size() - 4], "StartVYR 1");
     EXPECT_EQ(calls[calls.size() - 2], "StopVYR");
     EXPECT_EQ(calls[calls.size() - 1], "CloseVYR");
+}
+
+/// The fields of the camera node, as plain values behind the same bases.
+class CameraFields : public QObject, public ImageProcessingNode
+{
+public:
+    std::int32_t binning;
+    std::int32_t width;
+    std::int32_t height;
+    float fps;
+    std::uint8_t verticalFlip;
+    std::uint8_t horizontalFlip;
+    void* instance;
+    std::int32_t exposure;
+    std::int32_t gain;
+    std::int32_t led;
+    std::int32_t frameCount;
+    float measuredFps;
+    float temperature;
+    std::uint64_t lastTimestamp;
+    std::uint8_t streaming;
+};
+
+class CameraFieldsTest : public testing::Test
+{
+protected:
+    CameraFieldsTest()
+    {
+        FakeVYR::reset();
+    }
+
+    static const CameraFields& fieldsOf(VYRCameraDevice& camera)
+    {
+        return *seenAs<CameraFields>(static_cast<QObject*>(&camera));
+    }
+};
+
+TEST_F(CameraFieldsTest, AFreshDeviceHoldsItsModeAndNothingElse)
+{
+    VYRCameraDevice camera(5, 320, 240, 30.0F);
+    const CameraFields& fields = fieldsOf(camera);
+    EXPECT_EQ(fields.binning, 5);
+    EXPECT_EQ(fields.width, 320);
+    EXPECT_EQ(fields.height, 240);
+    EXPECT_EQ(fields.fps, 30.0F);
+    EXPECT_EQ(fields.verticalFlip, 0);
+    EXPECT_EQ(fields.horizontalFlip, 0);
+    EXPECT_EQ(fields.instance, camera.Instance());
+    EXPECT_EQ(fields.exposure, 0);
+    EXPECT_EQ(fields.gain, 0);
+    EXPECT_EQ(fields.led, 0);
+    EXPECT_EQ(fields.frameCount, 0);
+    EXPECT_EQ(fields.measuredFps, 0.0F);
+    EXPECT_EQ(fields.temperature, -1.0F);
+    EXPECT_EQ(fields.lastTimestamp, ~std::uint64_t(0));
+    EXPECT_EQ(fields.streaming, 0);
+}
+
+TEST_F(CameraFieldsTest, MeasurementsStandInTheirPlaces)
+{
+    VYRCameraDevice camera(5, 320, 240, 30.0F);
+    camera.StartProcessing();
+    FakeVYR::emitFrame(0);
+    FakeVYR::emitFrame(10'000);
+    FakeVYR::emitFrameWithTemperature(12'000, 42.0F);
+    const CameraFields& fields = fieldsOf(camera);
+    EXPECT_EQ(fields.frameCount, 1);
+    EXPECT_EQ(fields.measuredFps, 1.0F);
+    EXPECT_EQ(fields.temperature, 42.0F);
+    EXPECT_EQ(fields.lastTimestamp, 10'000U);
+    EXPECT_EQ(fields.streaming, 1);
+}
+
+TEST_F(CameraFieldsTest, ControlsOfAClosedDeviceAreRemembered)
+{
+    FakeVYR::setOpens(false);
+    VYRCameraDevice camera(5, 320, 240, 30.0F);
+    camera.Exposure(7);
+    camera.Gain(8);
+    camera.Led(9);
+    camera.HFlip(true);
+    camera.VFlip(true);
+    const CameraFields& fields = fieldsOf(camera);
+    EXPECT_EQ(fields.exposure, 7);
+    EXPECT_EQ(fields.gain, 8);
+    EXPECT_EQ(fields.led, 9);
+    EXPECT_EQ(fields.horizontalFlip, 1);
+    EXPECT_EQ(fields.verticalFlip, 1);
+    camera.HFlip(false);
+    EXPECT_EQ(fields.horizontalFlip, 0);
+    EXPECT_EQ(fields.verticalFlip, 1);
 }
 
 TEST(Slots, FrameIsReadByItsFieldsAndReleasedByItsSlot)

@@ -29,7 +29,7 @@ public:
     void start();
 
     /// Waits until the thread has ended. Waiting for oneself (0xC002F) and for an autofree thread (0xC0030)
-    /// is fatal. Must follow start().
+    /// is fatal. Must follow start(); the behaviour is undefined otherwise.
     void waitfor();
 
     /// Posts the thread's signal semaphore, once.
@@ -51,7 +51,7 @@ private:
     static void* entry(void* object);
     void epilogue();
 
-    std::atomic<pthread_t> _handle{0}; ///< 0 while there is no thread to join; relaxed: it names, it does not publish
+    std::atomic<pthread_t> _handle{0}; ///< 0 before the start and after the wait; relaxed: it names, it does not publish
     // Flag words, changed through exchange_flag() only.
     int _autofree;
     int _started = 0;

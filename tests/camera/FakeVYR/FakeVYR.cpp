@@ -74,6 +74,47 @@ void emitOwnRecord(std::uint32_t timestamp, bool hasSensorData, float temperatur
         callback.function(record, callback.userData);
 }
 
+void setParameter(int id, va_list arguments)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    switch (id) {
+    case VYRResolution: {
+        library.resolution = va_arg(arguments, VYRResolutionInfo);
+        const VYRResolutionInfo& mode = library.resolution;
+        log("Set", id, mode.width, mode.height, mode.binning, mode.fps);
+        break;
+    }
+    case VYRExposure: {
+        const double value = va_arg(arguments, double);
+        log("Set", id, value, va_arg(arguments, int));
+        break;
+    }
+    case VYRGain:
+    case VYRLed:
+        log("Set", id, va_arg(arguments, double));
+        break;
+    case VYRImuRange: {
+        const int accel = va_arg(arguments, int);
+        log("Set", id, accel, va_arg(arguments, int));
+        break;
+    }
+    default:
+        log("Set", id, va_arg(arguments, int));
+        break;
+    }
+}
+
+/// Fills the registers in which a variadic call passes integers. A caller that forgets an argument of its next call then
+/// passes this on, and not a zero that happens to lie there.
+inline void leaveNoZeroBehind()
+{
+#if defined(__x86_64__)
+    asm volatile("movl $0x5a5a5a5a, %%edx\n\tmovl $0x5a5a5a5a, %%ecx" ::: "edx", "ecx");
+#elif defined(__aarch64__)
+    asm volatile("mov w2, #0x5a5a\n\tmov w3, #0x5a5a" ::: "w2", "w3");
+#endif
+}
+
 } // namespace
 
 namespace FakeVYR {
@@ -260,35 +301,11 @@ int __VYRParamGet__(void*, int id, ...)
 
 int __VYRParamSet__(void*, int id, ...)
 {
-    const std::lock_guard<std::mutex> guard(mutex);
     va_list arguments;
     va_start(arguments, id);
-    switch (id) {
-    case VYRResolution: {
-        library.resolution = va_arg(arguments, VYRResolutionInfo);
-        const VYRResolutionInfo& mode = library.resolution;
-        log("Set", id, mode.width, mode.height, mode.binning, mode.fps);
-        break;
-    }
-    case VYRExposure: {
-        const double value = va_arg(arguments, double);
-        log("Set", id, value, va_arg(arguments, int));
-        break;
-    }
-    case VYRGain:
-    case VYRLed:
-        log("Set", id, va_arg(arguments, double));
-        break;
-    case VYRImuRange: {
-        const int accel = va_arg(arguments, int);
-        log("Set", id, accel, va_arg(arguments, int));
-        break;
-    }
-    default:
-        log("Set", id, va_arg(arguments, int));
-        break;
-    }
+    setParameter(id, arguments);
     va_end(arguments);
+    leaveNoZeroBehind();
     return 0;
 }
 
