@@ -17,14 +17,33 @@ namespace {
 constexpr float distortion = -0.015F;
 constexpr float weightOne = 128.0F;
 
+std::int16_t between(std::int16_t from, std::int16_t to, std::int16_t weight)
+{
+    return static_cast<std::int16_t>((from * 128 + (to - from) * weight + 64) >> 7);
+}
+
+/// Takes each pixel from four neighbours. All numbers fit into 16 bits: eight pixels at once.
+void blend(const std::uint8_t* upper, const std::uint8_t* rightWeights, const std::uint8_t* lowerWeights, int count,
+           std::uint8_t* out)
+{
+    const std::uint8_t* const lower = upper + sensorWidth;
+    for (int i = 0; i < count; ++i) {
+        const std::int16_t above = between(upper[i], upper[i + 1], rightWeights[i]);
+        const std::int16_t below = between(lower[i], lower[i + 1], rightWeights[i]);
+        out[i] = static_cast<std::uint8_t>(between(above, below, lowerWeights[i]));
+    }
+}
+
 } // namespace
 
 LensCorrection::LensCorrection()
     : _left(sensorArea)
     , _right(sensorArea)
 {
-    _taps.reserve(sensorArea);
+    _rightWeights.reserve(sensorArea);
+    _lowerWeights.reserve(sensorArea);
     for (int y = 0; y < sensorHeight; ++y) {
+        _firstRuns.push_back(_runs.size());
         for (int x = 0; x < sensorWidth; ++x) {
             const float dx = static_cast<float>(x) - centreX;
             const float dy = static_cast<float>(y) - centreY;
@@ -33,11 +52,18 @@ LensCorrection::LensCorrection()
             const float fromY = centreY + dy * scale;
             const int left = std::min(static_cast<int>(fromX), sensorWidth - 2);
             const int top = std::min(static_cast<int>(fromY), sensorHeight - 2);
-            _taps.push_back({top * sensorWidth + left,
-                             static_cast<std::uint16_t>((fromX - static_cast<float>(left)) * weightOne),
-                             static_cast<std::uint16_t>((fromY - static_cast<float>(top)) * weightOne)});
+            _rightWeights.push_back(static_cast<std::uint8_t>((fromX - static_cast<float>(left)) * weightOne));
+            _lowerWeights.push_back(static_cast<std::uint8_t>((fromY - static_cast<float>(top)) * weightOne));
+
+            const int pixel = y * sensorWidth + x;
+            const int shift = top * sensorWidth + left - pixel;
+            if (x == 0 || _runs.back().shift != shift) {
+                _runs.push_back({pixel, pixel, shift});
+            }
+            _runs.back().end = pixel + 1;
         }
     }
+    _firstRuns.push_back(_runs.size());
 }
 
 const std::uint8_t* LensCorrection::correctLeft(const std::uint8_t* sensor, int firstRow, int rowCount)
@@ -55,15 +81,12 @@ const std::uint8_t* LensCorrection::correctRight(const std::uint8_t* sensor, int
 void LensCorrection::correct(const std::uint8_t* sensor, int firstRow, int rowCount,
                              std::vector<std::uint8_t>& out) const
 {
-    const auto begin = static_cast<std::size_t>(firstRow) * sensorWidth;
-    const auto end = begin + static_cast<std::size_t>(rowCount) * sensorWidth;
-    for (std::size_t i = begin; i < end; ++i) {
-        const Tap tap = _taps[i];
-        const std::uint8_t* const upper = sensor + tap.offset;
-        const std::uint8_t* const lower = upper + sensorWidth;
-        const int above = upper[0] * 128 + (upper[1] - upper[0]) * tap.right;
-        const int below = lower[0] * 128 + (lower[1] - lower[0]) * tap.right;
-        out[i] = static_cast<std::uint8_t>((above * 128 + (below - above) * tap.lower + 8192) >> 14);
+    const std::size_t first = _firstRuns[static_cast<std::size_t>(firstRow)];
+    const std::size_t end = _firstRuns[static_cast<std::size_t>(firstRow + rowCount)];
+    for (std::size_t i = first; i < end; ++i) {
+        const Run run = _runs[i];
+        blend(sensor + run.begin + run.shift, _rightWeights.data() + run.begin, _lowerWeights.data() + run.begin,
+              run.end - run.begin, out.data() + run.begin);
     }
 }
 

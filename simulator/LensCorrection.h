@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -25,18 +26,21 @@ public:
     const std::uint8_t* correctRight(const std::uint8_t* sensor, int firstRow, int rowCount);
 
 private:
-    /// Where a pixel is taken from: the upper left of four neighbours, and the weights of the right and the lower ones,
-    /// in 1/128.
-    struct Tap
+    /// Neighbouring pixels of a row that are taken from neighbouring pixels. There are few of them in a row, since the
+    /// correction changes slowly, and inside of one there is nothing to look up.
+    struct Run
     {
-        std::int32_t offset;
-        std::uint16_t right;
-        std::uint16_t lower;
+        std::int32_t begin; ///< index of the first pixel on the sensor
+        std::int32_t end;
+        std::int32_t shift; ///< from a pixel to the upper left of the four that it is taken from
     };
 
     void correct(const std::uint8_t* sensor, int firstRow, int rowCount, std::vector<std::uint8_t>& out) const;
 
-    std::vector<Tap> _taps;
+    std::vector<Run> _runs;
+    std::vector<std::size_t> _firstRuns;    ///< of each row, and the end
+    std::vector<std::uint8_t> _rightWeights; ///< of the two pixels to the right, in 1/128
+    std::vector<std::uint8_t> _lowerWeights; ///< of the two pixels below
     std::vector<std::uint8_t> _left;
     std::vector<std::uint8_t> _right;
 };

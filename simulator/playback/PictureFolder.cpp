@@ -7,9 +7,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdint>
+#include <cstddef>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 
 namespace simulator {
 
@@ -46,13 +47,28 @@ std::vector<std::string> pictureNames(const fs::path& folder)
     return names;
 }
 
+/// Whether a file's first bytes are those of a PNG, a JPEG or a PGM picture. Others are not shown to OpenCV at all, which
+/// would try them on every format it knows.
+bool startsLikeAPicture(const std::vector<char>& bytes)
+{
+    const std::string_view start(bytes.data(), bytes.size());
+    for (const std::string_view signature : {"\x89PNG", "\xFF\xD8\xFF", "P2", "P5"}) {
+        if (start.substr(0, signature.size()) == signature) {
+            return true;
+        }
+    }
+    return false;
+}
+
 cv::Mat readPicture(const fs::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
     const std::vector<char> bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
     cv::Mat picture;
     try {
-        picture = bytes.empty() ? cv::Mat() : cv::imdecode(bytes, cv::IMREAD_GRAYSCALE);
+        if (startsLikeAPicture(bytes)) {
+            picture = cv::imdecode(bytes, cv::IMREAD_GRAYSCALE);
+        }
     } catch (const cv::Exception&) {
         // Told below, as for a file that is no picture at all.
     }

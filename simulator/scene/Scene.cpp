@@ -63,12 +63,12 @@ MovingThings Scene::movingThings(double seconds) const
     constexpr float crateHalf = 0.36F;
     constexpr float cubeHalf = 0.17F;
     constexpr float bouncerRadius = 0.26F;
-    return {{Box{{swing(seconds, -1.45F, 0.35F, 13.0), floorHeight - crateHalf, swing(seconds, 3.2F, 0.35F, 17.0)},
+    return {{Box{{swing(seconds, -1.5F, 0.35F, 13.0), floorHeight - crateHalf, swing(seconds, 3.2F, 0.35F, 17.0)},
                  {crateHalf, crateHalf, crateHalf},
                  Turn(spin(seconds, 24.0)),
                  &_textures.crate,
                  wholeTexture(2.0F * crateHalf)},
-             Box{{swing(seconds, 0.84F, 0.14F, 9.0), swing(seconds, 0.0F, 0.1F, 7.0), swing(seconds, 1.75F, 0.25F, 11.0)},
+             Box{{swing(seconds, 0.75F, 0.1F, 9.0), swing(seconds, 0.0F, 0.1F, 7.0), swing(seconds, 1.95F, 0.2F, 11.0)},
                  {cubeHalf, cubeHalf, cubeHalf},
                  Turn(spin(seconds, 15.0)),
                  &_textures.marker,
@@ -77,7 +77,7 @@ MovingThings Scene::movingThings(double seconds) const
                   0.36F,
                   Turn(spin(seconds, 12.0)),
                   &_textures.patches},
-             Ball{{swing(seconds, 0.05F, 0.25F, 10.0), floorHeight - bouncerRadius - bounce(seconds, 0.75F, 1.6),
+             Ball{{swing(seconds, -0.1F, 0.25F, 10.0), floorHeight - bouncerRadius - bounce(seconds, 0.75F, 1.6),
                    swing(seconds, 2.55F, 0.2F, 14.0)},
                   bouncerRadius,
                   Turn(spin(seconds, -6.0)),

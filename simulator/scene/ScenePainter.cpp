@@ -79,11 +79,11 @@ void ScenePainter::paint(const Box& box)
     const Vector3 half = box.half;
     for (const float side : {-1.0F, 1.0F}) {
         if (side * eye.x > half.x) {
-            paintUprightFace(box, {{side * half.x, 0.0F, -half.z}, {side * half.x, 0.0F, half.z},
+            paintUprightFace(box, {{side * half.x, 0.0F, -side * half.z}, {side * half.x, 0.0F, side * half.z},
                                    {side, 0.0F, 0.0F}, 2.0F * half.z});
         }
         if (side * eye.z > half.z) {
-            paintUprightFace(box, {{-half.x, 0.0F, side * half.z}, {half.x, 0.0F, side * half.z},
+            paintUprightFace(box, {{side * half.x, 0.0F, side * half.z}, {-side * half.x, 0.0F, side * half.z},
                                    {0.0F, 0.0F, side}, 2.0F * half.x});
         }
         if (side * eye.y > half.y) {

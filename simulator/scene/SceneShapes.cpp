@@ -76,9 +76,19 @@ std::optional<SurfacePoint> Box::meet(const Ray& ray) const
     SurfacePoint result;
     result.depth = entry;
     result.texture = texture;
-    result.u = (face == 0 ? point.z + half.z : point.x + half.x) * texelsPerMetre;
-    result.v = (face == 1 ? point.z + half.z : point.y + half.y) * texelsPerMetre;
     const float side = directions[face] > 0.0F ? -1.0F : 1.0F;
+    if (face == 0) {
+        result.u = side * point.z + half.z;
+        result.v = point.y + half.y;
+    } else if (face == 1) {
+        result.u = point.x + half.x;
+        result.v = point.z + half.z;
+    } else {
+        result.u = half.x - side * point.x;
+        result.v = point.y + half.y;
+    }
+    result.u *= texelsPerMetre;
+    result.v *= texelsPerMetre;
     const Vector3 normal = turn.outOf({face == 0 ? side : 0.0F, face == 1 ? side : 0.0F, face == 2 ? side : 0.0F});
     result.shade = shadeOf(normal);
     result.texelsPerPixel = texelsPerPixel(texelsPerMetre, entry, ray.direction, normal);

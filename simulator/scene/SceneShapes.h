@@ -55,7 +55,8 @@ struct Turn
     float cosine;
 };
 
-/// An upright box, seen from outside. Textures start at the upper left corner of each face.
+/// An upright box, seen from outside. Upright faces bear their texture as one who looks at them sees it: from the upper
+/// left corner.
 struct Box
 {
     Vector3 centre;

@@ -433,9 +433,9 @@ TEST(Library, StartedTwiceItRestartsWithTheSameSettings)
 
 TEST(Library, AfterStopNoCallbackRuns)
 {
+    OpenedCamera camera;
+    ASSERT_TRUE(camera.setMode(192, 120, 0, 240.0F));
     for (int round = 0; round < 20; ++round) {
-        OpenedCamera camera;
-        ASSERT_TRUE(camera.setMode(192, 120, 0, 240.0F));
         std::atomic<bool> isRunning = false;
         Receiver receiver([&](const VYRFrame1&) {
             isRunning = true;

@@ -179,6 +179,8 @@ TEST_F(Playback, AnUndecodablePictureIsNamed)
     EXPECT_EQ(refusal(source()), told(source(), folder().string() + "/right/1.png: cannot be decoded as a picture"));
     writeText(folder() / "right" / "1.png", "");
     EXPECT_EQ(refusal(source()), told(source(), folder().string() + "/right/1.png: cannot be decoded as a picture"));
+    writeText(folder() / "right" / "1.png", "\x89PNG and then nothing of the kind");
+    EXPECT_EQ(refusal(source()), told(source(), folder().string() + "/right/1.png: cannot be decoded as a picture"));
 }
 
 TEST_F(Playback, AnUndecodableVideoIsNamed)
