@@ -43,7 +43,8 @@ SideBySideVideo::SideBySideVideo(const std::filesystem::path& file)
 void SideBySideVideo::open()
 {
     const QuietOpenCV quiet;
-    if (!_video.open(_file.string())) {
+    // Of all that OpenCV can read videos with, these two read files and bring no devices and plug-ins along.
+    if (!_video.open(_file.string(), cv::CAP_FFMPEG) && !_video.open(_file.string(), cv::CAP_OPENCV_MJPEG)) {
         _isExhausted = true;
         throw UnreadableRecording(_file.string() + ": cannot be decoded as a video");
     }

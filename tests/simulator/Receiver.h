@@ -28,6 +28,20 @@ public:
     {
     }
 
+    Receiver(const Receiver&) = delete;
+    Receiver& operator=(const Receiver&) = delete;
+
+    /// Stops the camera that streams to it, if it is still there.
+    ~Receiver()
+    {
+        StopVYR(_camera);
+    }
+
+    void setCamera(void* camera)
+    {
+        _camera = camera;
+    }
+
     static void callback(const VYRFrameRecord* record, void* userData)
     {
         static_cast<Receiver*>(userData)->receive(reinterpret_cast<const VYRFrame1*>(record));
@@ -65,6 +79,7 @@ private:
     }
 
     Look _look;
+    void* _camera = nullptr;
     std::mutex _mutex;
     std::condition_variable _came;
     std::vector<VYRFrame1> _frames;
@@ -108,6 +123,7 @@ public:
 
     bool start(Receiver& receiver)
     {
+        receiver.setCamera(handle);
         return StartVYR(handle, &Receiver::callback, &receiver, true);
     }
 
