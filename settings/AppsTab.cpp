@@ -53,7 +53,7 @@ int AppsTab::selectedAppOtherThan(int currentApp) const
     return -1;
 }
 
-// All items are as large as the first, so each asks for what the longest name needs.
+// All items are as large as one of them, whichever the list asks: each asks for what the longest name needs.
 void AppsTab::giveRoomForNames()
 {
     _list->ensurePolished();

@@ -297,6 +297,8 @@ TEST_F(ResolutionSettingsTest, UnknownBinningLeavesThePropertiesUntouchedAndSize
     QTest::keyClick(width, Qt::Key_Up);
     QTest::keyClick(height, Qt::Key_Up);
     EXPECT_EQ(editor->resolution(), odd);
+    EXPECT_EQ(width->value(), 4);
+    EXPECT_EQ(height->value(), 4);
     EXPECT_TRUE(editor->isModified());
 
     QTest::keyClicks(binning, QStringLiteral("2x2"));
@@ -318,6 +320,17 @@ TEST_F(ResolutionSettingsTest, DragInThePictureMovesTheSpinBoxes)
     EXPECT_EQ(width->value(), 320);
     EXPECT_EQ(height->value(), 480);
     EXPECT_TRUE(editor->isModified());
+}
+
+// The editor shows whole frames per second; showing them must not be taken for an edit.
+TEST_F(ResolutionSettingsTest, CommittedModeKeepsItsFractionOfAFrame)
+{
+    const VYRResolutionInfo broken{320, 240, 5, 29.9F, 0.5F, 60.7F};
+    table = ResolutionTable({mode752x480(), broken});
+    show(mode752x480());
+    QTest::keyClicks(binning, QStringLiteral("2x2"));
+    EXPECT_EQ(rate->value(), 29);
+    EXPECT_EQ(editor->resolution(), broken);
 }
 
 TEST_F(ResolutionSettingsTest, SameModeTwiceIsHarmless)

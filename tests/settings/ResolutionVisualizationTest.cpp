@@ -144,7 +144,7 @@ TEST_F(ResolutionVisualizationTest, SensorPropertiesRepaint)
     EXPECT_EQ(pixel(250, 250), QColor(96, 96, 96));
     picture->setProperty("sensorPixelSize", 250.0F);
     EXPECT_FLOAT_EQ(picture->property("sensorPixelSize").toFloat(), 250.0F);
-    EXPECT_EQ(pixel(260, 260), QColor(32, 32, 32));
+    EXPECT_EQ(pixel(280, 260), QColor(32, 32, 32));
     EXPECT_NE(pixel(50, 50), QColor(96, 96, 96));
     picture->setProperty("sensorResolution", QSize(320, 240)); // the window now fills the picture
     EXPECT_EQ(pixel(50, 50), QColor(96, 96, 96));
@@ -178,8 +178,14 @@ TEST_F(ResolutionVisualizationTest, NonsenseIsDrawnWithoutHarm)
     picture->setSensorPixelSize(NAN);
     picture->setCameraResolution({0, 0, -1, 0.0F, 0.0F, 0.0F});
     pixel(1, 1);
+    EXPECT_EQ(pixel(376, 100).red(), 0); // no cells
     picture->setFixedSize(0, 0);
     picture->grab();
+    picture->setFixedSize(752, 480);
+    picture->setSensorPixelSize(20.0F);
+    picture->setSensorResolution(QSize(752, 480));
+    picture->setCameraResolution(mode752x480());
+    EXPECT_EQ(pixel(30, 30).red(), 64); // second row, first column: the cells of binning 3 are four pixels wide
 }
 
 // --- binning -----------------------------------------------------------------------------------------------------
@@ -343,14 +349,21 @@ TEST_F(ResolutionVisualizationTest, MoveWithoutAPressDoesNothing)
     release({695, 240});
     move({751, 240});
     EXPECT_TRUE(committed.empty());
+
+    press({695, 240});
+    move({751, 240});
+    release({751, 240});
+    committed.clear();
+    move({300, 240});
+    EXPECT_TRUE(committed.empty());
 }
 
 TEST_F(ResolutionVisualizationTest, SecondButtonDoesNotDisturbADrag)
 {
     show(mode640x480());
     press({695, 240});
-    QTest::mousePress(picture.get(), Qt::RightButton, Qt::NoModifier, {695, 240});
-    QTest::mouseRelease(picture.get(), Qt::RightButton, Qt::NoModifier, {695, 240});
+    QTest::mousePress(picture.get(), Qt::RightButton, Qt::NoModifier, {376, 200});
+    QTest::mouseRelease(picture.get(), Qt::RightButton, Qt::NoModifier, {376, 200});
     EXPECT_EQ(overrideShape(), Qt::SizeHorCursor);
     move({751, 240});
     release({751, 240});

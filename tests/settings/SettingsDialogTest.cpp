@@ -275,13 +275,17 @@ TEST_F(SettingsDialogTest, AppsStandInARowWithTheCurrentOneSelected)
     EXPECT_EQ(list->visualItemRect(list->item(0)).top(), list->visualItemRect(list->item(1)).top());
 }
 
-TEST_F(SettingsDialogTest, LongAppNameHasRoomBehindAShortOne)
+TEST_F(SettingsDialogTest, LongAppNameHasRoomWhereverItStands)
 {
     const QString longName = QStringLiteral("A name that is a good deal longer than its icon is wide");
-    build({QStringLiteral("A"), longName}, 0, false);
-    show();
-    const QListWidget* list = appList();
-    EXPECT_GE(list->visualItemRect(list->item(1)).width(), list->fontMetrics().horizontalAdvance(longName));
+    for (const int place : {0, 1}) {
+        QStringList names{QStringLiteral("A")};
+        names.insert(place, longName);
+        build(names, 0, false);
+        show();
+        const QListWidget* list = appList();
+        EXPECT_GE(list->visualItemRect(list->item(place)).width(), list->fontMetrics().horizontalAdvance(longName));
+    }
 }
 
 TEST_F(SettingsDialogTest, DevicesTabShowsTheIdentityOfTheCamera)
@@ -451,6 +455,7 @@ TEST_F(SettingsDialogTest, CancelAndTheCloseButtonChangeNothing)
         EXPECT_TRUE(order.isEmpty());
         EXPECT_FALSE(fileWritten());
         EXPECT_EQ(AppSettings::instance().width, 320);
+        EXPECT_FALSE(dialog->isVisible());
         EXPECT_EQ(dialog->result(), QDialog::Rejected);
     }
 }
