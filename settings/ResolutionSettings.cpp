@@ -6,6 +6,7 @@
 #include "ResolutionTable.h"
 #include "ResolutionVisualization.h"
 #include "SensorGeometry.h"
+#include "SettingsLogging.h"
 
 #include <camera/BinningNames.h>
 
@@ -103,7 +104,8 @@ void ResolutionSettings::enumPropertyValueChanged(QtProperty*, int index)
     const int binning = binningCodeByName().value(binningNames().value(index));
     _visualization->setSensorBinning(binning);
     if (_resolution.binning != binning) {
-        showBinning(); // the camera has no mode of the binning that was chosen
+        qCDebug(settingsLog) << "No mode of binning" << binning;
+        showBinning();
     }
 }
 
@@ -202,6 +204,7 @@ bool ResolutionSettings::showSizeAndFrameRate()
 {
     const auto limits = _table.limits(_resolution.binning);
     if (!limits) {
+        qCDebug(settingsLog) << "Binning" << _resolution.binning << "is unknown";
         return false;
     }
     const QScopedValueRollback<bool> updating(_updating, true);
@@ -226,6 +229,8 @@ void ResolutionSettings::editSize(QtProperty* property, int value, bool byHeight
     if (found) {
         found->fps = frameRateFor(*found);
         _visualization->commitResolution(*found);
+    } else {
+        qCDebug(settingsLog) << "No mode with" << (byHeight ? "height" : "width") << value << "or beyond";
     }
     _intManager->setValue(property, byHeight ? _resolution.height : _resolution.width);
 }

@@ -3,6 +3,8 @@
 
 #include "ResolutionTable.h"
 
+#include "SettingsLogging.h"
+
 #include <camera/VYRLibrary.h>
 
 #include <algorithm>
@@ -45,6 +47,7 @@ std::vector<VYRResolutionInfo> modesOfCamera()
 {
     std::array<VYRResolutionInfo, ResolutionTable::capacity> modes;
     const int count = EnumerateResolutions(modes.data(), ResolutionTable::capacity, VYRAny, VYRAny, VYRAny, VYRAnyFps);
+    qCDebug(settingsLog) << "The camera library has" << count << "modes";
     return {modes.begin(), modes.begin() + std::clamp(count, 0, ResolutionTable::capacity)};
 }
 
