@@ -59,12 +59,13 @@ public:
         _process.setProcessEnvironment(environment);
         _process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         _process.start(program, arguments);
+        EXPECT_TRUE(_process.waitForStarted(limit));
     }
 
     ~Instance()
     {
         if (_process.state() != QProcess::NotRunning) {
-            ::kill(pid(), SIGCONT);
+            send(SIGCONT);
             _process.kill();
             _process.waitForFinished();
         }
@@ -107,9 +108,17 @@ public:
         return _process.state() == QProcess::Running && !_process.waitForFinished(0);
     }
 
+    /// Sends it a signal; nothing when it does not run, since its id is 0 then, which is everybody's.
+    void send(int signal)
+    {
+        if (_process.state() == QProcess::Running) {
+            ::kill(pid(), signal);
+        }
+    }
+
     void killWith(int signal)
     {
-        ::kill(pid(), signal);
+        send(signal);
         _process.waitForFinished(limit);
     }
 
@@ -326,7 +335,7 @@ TEST_F(SingleApplicationTest, AnInstanceThatEndedGivesItsPlaceToTheNext)
 TEST_F(SingleApplicationTest, AnInstanceThatDoesNotAnswerMakesSendingFailWhenTheTimeIsOver)
 {
     const auto first = startFirst();
-    ::kill(first->pid(), SIGSTOP);
+    first->send(SIGSTOP);
     QElapsedTimer time;
     time.start();
     const auto second = start("hello", 700);
@@ -396,6 +405,7 @@ TEST_F(SingleApplicationTest, OtherUsersAreNotHeard)
     ::chmod(userFolder().toUtf8(), 0777);
     ::chmod(socket, 0777);
     const pid_t child = ::fork();
+    ASSERT_GE(child, 0); // as an id, -1 stands for every process there is
     if (child == 0) {
         bool ended = ::setuid(nobody) == 0;
         RawConnection connection(socket);
@@ -418,6 +428,7 @@ TEST_F(SingleApplicationTest, ASocketOfAnotherUserIsNotSentTo)
     ::chmod(folder().toUtf8(), 0777);
     const QString socket = folder() + "/theirs.socket";
     const pid_t child = ::fork();
+    ASSERT_GE(child, 0); // as an id, -1 stands for every process there is
     if (child == 0) {
         if (::setuid(nobody) != 0) {
             ::_exit(1);

@@ -51,7 +51,7 @@ protected:
     void TearDown() override
     {
         for (const auto& process : _processes) {
-            ::kill(static_cast<pid_t>(process->processId()), SIGCONT);
+            send(*process, SIGCONT);
             process->kill();
             process->waitForFinished();
         }
@@ -87,6 +87,7 @@ protected:
         process->setProcessEnvironment(environment);
         process->setProcessChannelMode(QProcess::ForwardedChannels);
         process->start(program(), QStringList());
+        EXPECT_TRUE(process->waitForStarted(limit));
         _processes.push_back(std::move(process));
         return *_processes.back();
     }
@@ -111,6 +112,14 @@ protected:
         const bool locked = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0;
         ::close(descriptor);
         return locked;
+    }
+
+    /// Sends a process a signal; nothing when it does not run, since its id is 0 then, which is everybody's.
+    static void send(QProcess& process, int signal)
+    {
+        if (process.state() == QProcess::Running) {
+            ::kill(static_cast<pid_t>(process.processId()), signal);
+        }
     }
 
     static int exitCode(QProcess& process)
@@ -147,7 +156,7 @@ TEST_F(ProgramTest, ASecondStartEndsWithOneWhenTheFirstDoesNotAnswerWithinFiveSe
 {
     QProcess& first = startFirst();
     EXPECT_EQ(exitCode(start()), 0);
-    ::kill(static_cast<pid_t>(first.processId()), SIGSTOP);
+    send(first, SIGSTOP);
     QElapsedTimer time;
     time.start();
     EXPECT_EQ(exitCode(start()), 1);
