@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int enoughPixels = 64000;
+constexpr int enoughPixels = 20000;
 
 } // namespace
 

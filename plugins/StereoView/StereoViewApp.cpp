@@ -24,7 +24,9 @@
 #include <QLoggingCategory>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace {
 
@@ -34,9 +36,16 @@ using namespace std::chrono_literals;
 
 constexpr auto streamInterval = 250ms;
 constexpr auto storeDelay = 1000ms;
-constexpr qint64 stalledAfter = 1000;       // ms without a frame
-constexpr qint64 histogramInterval = 67;    // ms, 15 a second
-constexpr std::int32_t timingSamples = 15;  // frames that the node time is averaged over, at least
+constexpr qint64 histogramInterval = 67;   // ms, 15 a second
+constexpr std::int32_t timingSamples = 15; // frames that the node time is averaged over, at least
+
+/// For how many milliseconds frames may stay away before the user is told: a second, or two frames and a half of a slow
+/// mode.
+qint64 patienceAt(float framesPerSecond)
+{
+    constexpr double aSecond = 1000.0;
+    return std::llround(framesPerSecond > 0.0F ? std::max(aSecond, 2.5 * aSecond / framesPerSecond) : aSecond);
+}
 
 /// Takes a widget out of its dock, which keeps none afterwards, and deletes it.
 void removeFromDock(QDockWidget* dock, QWidget* widget)
@@ -147,6 +156,7 @@ void StereoViewApp::startStreaming()
     _mailbox.Clear();
     _lastShown = 0;
     _lastUnreadable = 0;
+    _patience = patienceAt(_host->currentResolution().fps);
     _sinceLastFrame.start();
     _sinceLastHistogram.invalidate();
 
@@ -244,13 +254,18 @@ void StereoViewApp::checkStream()
     _lastUnreadable = counts.unreadable;
 }
 
+bool StereoViewApp::isFlowing() const
+{
+    return _sinceLastFrame.elapsed() < _patience;
+}
+
 QString StereoViewApp::streamMessage() const
 {
     if (!_layoutKnown) {
         return QStringLiteral("The pictures cannot be shown:\n"
                               "the picture layout of this camera library is not known.");
     }
-    if (_sinceLastFrame.elapsed() < stalledAfter)
+    if (isFlowing())
         return QString();
     if (_node->Counts().unreadable != _lastUnreadable)
         return QStringLiteral("The camera's frames cannot be read");
@@ -263,7 +278,7 @@ void StereoViewApp::showFigures()
     figures.counts = _node->Counts();
     figures.pictureSize = _shown == nullptr ? QSize() : _shown->Size();
     figures.nodeMilliseconds = _node->Timing().AverageMilliseconds(timingSamples);
-    figures.flowing = _sinceLastFrame.elapsed() < stalledAfter;
+    figures.flowing = isFlowing();
     _panel->showFigures(figures);
 }
 

@@ -56,6 +56,7 @@ private:
     void storeChoices();
     void checkStream();
     void showFigures();
+    bool isFlowing() const;
     QString streamMessage() const;
     void savePictures();
     void reportSave(const SaveOutcome& outcome);
@@ -72,6 +73,7 @@ private:
     std::uint64_t _lastShown = 0;      ///< frames at the last look, to see whether more are coming
     std::uint64_t _lastUnreadable = 0;
     QElapsedTimer _sinceLastFrame;
+    qint64 _patience = 0; ///< ms without a frame until the user is told
     QElapsedTimer _sinceLastHistogram;
     QTimer _streamTimer; ///< looks at the stream now and then
     QTimer _storeTimer;  ///< stores choices when the user has stopped changing them

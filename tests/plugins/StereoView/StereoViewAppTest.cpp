@@ -78,6 +78,16 @@ protected:
 
     void show(int leftGrey, int rightGrey) { show(newFrame(752, 480, leftGrey, rightGrey)); }
 
+    /// Waits until the panel tells of everything emitted so far; costs one unreadable frame.
+    void waitForFreshFigures()
+    {
+        const QString before = figure("unreadableLabel");
+        PictureFrame& frame = newFrame(8, 8, 1, 1);
+        frame.record.bitsPerPixel = 10;
+        emitFrame(frame);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return figure("unreadableLabel") != before; }));
+    }
+
     QColor shownAt(int x, int y) const { return view()->grab().toImage().pixelColor(x, y); }
 
     QColor shownAtShare(double x, double y) const
@@ -197,9 +207,12 @@ TEST_F(StereoViewApp, ForgetsWhatWasQueuedBeforeTheStart)
     host->cameraDevice()->StartProcessing();
     emitFrame(newFrame(752, 480, 1, 2));
     EXPECT_EQ(host->cameraDevice()->Size(), 1);
+    nextCounter += 10; // a gap, if the frame before counted
     host->start();
     show(50, 60);
     EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(50, 50, 50));
+    waitForFreshFigures();
+    EXPECT_EQ(figure("droppedLabel"), "0");
 }
 
 TEST_F(StereoViewApp, ShowsLeftAndRightSideBySide)
@@ -449,7 +462,9 @@ TEST_F(StereoViewApp, AStopWaitsForPicturesThatAreBeingSaved)
     show(40, 200);
     QTest::keyClick(host.get(), Qt::Key_S);
     host->stop();
-    EXPECT_EQ(savedFiles().size(), 2);
+    ASSERT_EQ(savedFiles().size(), 2);
+    for (const QString& file : savedFiles())
+        EXPECT_FALSE(QImage(directory.filePath("Pictures/" + file)).isNull());
     EXPECT_TRUE(QTest::qWaitFor([&] { return host->field(1).lastText.startsWith("Saved stereo_"); }));
 }
 
@@ -472,7 +487,12 @@ TEST_F(StereoViewApp, BadRecordsAreCountedAndNotShown)
     EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(40, 40, 40));
     show(41, 200);
     EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(41, 41, 41));
+    waitForFreshFigures();
     EXPECT_EQ(figure("droppedLabel"), "0") << "they came, so they are not missing";
+    nextCounter += 3;
+    show(42, 200);
+    waitForFreshFigures();
+    EXPECT_EQ(figure("droppedLabel"), "3");
 }
 
 TEST_F(StereoViewApp, FramesThatAreAllBadAreTold)
@@ -531,6 +551,32 @@ TEST_F(StereoViewApp, SaysWhenFramesStopAndKeepsTheLastPictureDimmed)
     EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(201, 201, 201));
 }
 
+TEST_F(StereoViewApp, FramesThatKeepComingAreNeverCalledMissing)
+{
+    host->start();
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 1600) {
+        show(200, 200);
+        EXPECT_EQ(message(), "");
+        QTest::qWait(20);
+    }
+    EXPECT_TRUE(figure("nodeTimeLabel").endsWith(" ms")) << "told of while frames come";
+}
+
+TEST_F(StereoViewApp, WaitsLongerInASlowMode)
+{
+    host->start();
+    VYRResolutionInfo slowMode = fullMode;
+    slowMode.fps = 1.0F;
+    host->changeMode(slowMode);
+    show(200, 200);
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
+    EXPECT_GE(timer.elapsed(), 2200);
+}
+
 TEST_F(StereoViewApp, SaysWhenNoFrameEverComes)
 {
     FakeVYR::setStarts(false);
@@ -569,7 +615,9 @@ TEST_F(StereoViewApp, AnUnknownLayoutIsToldAndNothingIsRead)
 TEST_F(StereoViewApp, ASecondStartIsAFreshOne)
 {
     host->start();
+    const auto widgets = host->findChildren<QWidget*>().size();
     app->start();
+    EXPECT_EQ(host->findChildren<QWidget*>().size(), widgets);
     show(60, 70);
     EXPECT_EQ(shownAtShare(0.25, 0.5), QColor(60, 60, 60));
 }
@@ -595,6 +643,8 @@ TEST_F(StereoViewApp, TenThousandFramesLoseNoPoolSlotAndNoMemory)
             before = residentBytes();
     }
     ASSERT_TRUE(QTest::qWaitFor([&] { return worksOff(); })) << framesOut() << " pool slots are lost";
+    nextCounter = total;
+    waitForFreshFigures();
     EXPECT_EQ(figure("droppedLabel"), "0");
 #ifndef __SANITIZE_ADDRESS__ // which keeps freed memory on purpose
     EXPECT_LT(residentBytes() - before, allowedGrowth);
