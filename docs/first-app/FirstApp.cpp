@@ -68,8 +68,7 @@ void FirstApp::stop()
     camera->OutputQueue().Clear();
     _node.reset();
 
-    _host->centralDock()->setWidget(nullptr); // the dock gives it up, but does not delete it
-    delete _label;
+    delete _label; // the dock lets go of it, and is free for the next app
     _label = nullptr;
 }
 
