@@ -27,6 +27,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -45,14 +46,6 @@ qint64 patienceAt(float framesPerSecond)
 {
     constexpr double aSecond = 1000.0;
     return std::llround(framesPerSecond > 0.0F ? std::max(aSecond, 2.5 * aSecond / framesPerSecond) : aSecond);
-}
-
-/// Takes a widget out of its dock, which keeps none afterwards, and deletes it.
-void removeFromDock(QDockWidget* dock, QWidget* widget)
-{
-    if (dock->widget() == widget)
-        dock->setWidget(nullptr);
-    delete widget;
 }
 
 } // namespace
@@ -197,10 +190,9 @@ void StereoViewApp::stopStreaming()
 
 void StereoViewApp::removeWidgets()
 {
-    removeFromDock(_host->centralDock(), _view);
-    removeFromDock(_host->sideDock(), _panel);
-    _view = nullptr;
-    _panel = nullptr;
+    // A dock lets go of a widget that is deleted, and then has none.
+    delete std::exchange(_view, nullptr);
+    delete std::exchange(_panel, nullptr);
     _shown = nullptr;
 }
 

@@ -459,7 +459,10 @@ TEST_F(StereoViewApp, SavingBeforeTheFirstPictureIsToldInRed)
 TEST_F(StereoViewApp, AStopWaitsForPicturesThatAreBeingSaved)
 {
     host->start();
-    show(40, 200);
+    PictureFrame& frame = newFrame(1600, 1200, 40, 200); // large and noisy, so that it takes its time
+    for (int i = 0; i < 1600 * 1200; ++i)
+        frame.setLeftPixel(i % 1600, i / 1600, static_cast<unsigned char>(i * 2654435761U >> 24U));
+    show(frame);
     QTest::keyClick(host.get(), Qt::Key_S);
     host->stop();
     ASSERT_EQ(savedFiles().size(), 2);
