@@ -649,9 +649,7 @@ TEST_F(StereoViewApp, TenThousandFramesLoseNoPoolSlotAndNoMemory)
     nextCounter = total;
     waitForFreshFigures();
     EXPECT_EQ(figure("droppedLabel"), "0");
-#ifndef __SANITIZE_ADDRESS__ // which keeps freed memory on purpose
-    EXPECT_LT(residentBytes() - before, allowedGrowth);
-#endif
+    expectLittleGrowth(before);
 }
 
 } // namespace
