@@ -9,6 +9,8 @@
 
 #include <qtsingleapplication.h>
 
+#include <tests/support/OffscreenLeaks.h>
+
 #include <QWidget>
 
 #include <cstdio>

@@ -7,6 +7,8 @@
 #include <libs/QtSolutions/qtsingleapplication/MessageProtocol.h>
 #include <libs/QtSolutions/qtsingleapplication/MessageServer.h>
 
+#include <tests/support/OffscreenLeaks.h>
+
 #include <gtest/gtest.h>
 
 #include <QDeadlineTimer>

@@ -373,7 +373,7 @@ TEST_F(AppSettingsTest, BinaryJunkIsReplacedByTheDefaults)
 {
     QByteArray junk(1 << 20, '\0');
     for (int i = 0; i < junk.size(); ++i) {
-        junk[i] = static_cast<char>(i * 7919 >> 3);
+        junk[i] = static_cast<char>(static_cast<unsigned>(i) * 7919U >> 3);
     }
     writeFile(settingsFilePath(), junk);
     loadSettings();

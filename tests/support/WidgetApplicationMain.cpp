@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // main() of test programs that drive widgets, without a display unless one is asked for.
 
+#include "OffscreenLeaks.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
-
-// What Qt's offscreen platform itself never frees: an application without a line of ours leaks as much.
-// NOLINTBEGIN(bugprone-reserved-identifier): the name is the sanitizer's
-extern "C" Q_DECL_EXPORT const char* __lsan_default_suppressions();
-const char* __lsan_default_suppressions()
-{
-    return "leak:libqoffscreen\nleak:QScreen::QScreen\nleak:QWindowSystemInterface\n";
-}
-// NOLINTEND(bugprone-reserved-identifier)
 
 int main(int argc, char** argv)
 {
