@@ -22,6 +22,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QSpinBox>
 #include <QStyle>
 
 #include <algorithm>
@@ -64,6 +65,14 @@ ResolutionSettings::ResolutionSettings(const VYRResolutionInfo& resolution, cons
 VYRResolutionInfo ResolutionSettings::resolution() const
 {
     return _resolution;
+}
+
+void ResolutionSettings::finishTyping()
+{
+    const QList<QSpinBox*> spinBoxes = findChildren<QSpinBox*>();
+    for (QSpinBox* spinBox : spinBoxes) {
+        spinBox->interpretText();
+    }
 }
 
 bool ResolutionSettings::isModified() const

@@ -20,7 +20,8 @@ class ResolutionVisualization;
 /// Edits a capture mode: width, height, binning and frame rate. Every edit ends at a mode of the table; one that has no
 /// supported target restores the value before it.
 ///
-/// The editor never talks to the camera. Whoever shows it reads isModified() and resolution() when the user is done.
+/// The editor never talks to the camera. When the user is done, whoever shows it calls finishTyping() and then reads
+/// isModified() and resolution().
 ///
 /// A mode with an unknown binning code can be shown but not edited, until the user chooses a binning.
 ///
@@ -36,6 +37,9 @@ public:
 
     /// The current mode.
     VYRResolutionInfo resolution() const;
+
+    /// Takes a number that has been typed but not finished with Enter or Tab.
+    void finishTyping();
 
     /// Whether the user has changed anything, even if it was changed back; never becomes false again.
     bool isModified() const;

@@ -97,7 +97,8 @@ void SettingsDialog::centreOver(const QWidget& window)
 
 void SettingsDialog::acceptResolution()
 {
-    const ResolutionSettings& editor = *_cameraTab->resolutionSettings();
+    ResolutionSettings& editor = *_cameraTab->resolutionSettings();
+    editor.finishTyping(); // Ok may come from the keyboard, with the focus still in the editor
     if (!editor.isModified()) {
         return;
     }

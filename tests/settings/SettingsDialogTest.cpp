@@ -361,14 +361,22 @@ TEST_F(SettingsDialogTest, ChangedModeIsReportedThenRecordedAndWritten)
 
 TEST_F(SettingsDialogTest, WidthStillBeingTypedCountsAtOk)
 {
-    build(twoApps, 0, true);
-    show(1);
-    QTest::mouseClick(widthSpinBox(), Qt::LeftButton, Qt::NoModifier, {5, widthSpinBox()->height() / 2});
-    widthSpinBox()->selectAll();
-    QTest::keyClicks(widthSpinBox(), QStringLiteral("700"));
-    click(QDialogButtonBox::Ok);
-    EXPECT_EQ(order.join(' '), QStringLiteral("mode"));
-    EXPECT_EQ(changedMode, mode752x480());
+    for (const bool mouse : {true, false}) {
+        order.clear();
+        build(twoApps, 0, true);
+        show(1);
+        QTest::mouseClick(widthSpinBox(), Qt::LeftButton, Qt::NoModifier, {5, widthSpinBox()->height() / 2});
+        widthSpinBox()->selectAll();
+        QTest::keyClicks(widthSpinBox(), QStringLiteral("700"));
+        if (mouse) {
+            click(QDialogButtonBox::Ok);
+        } else {
+            // As with its mnemonic: the focus stays where it is.
+            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        }
+        EXPECT_EQ(order.join(' '), QStringLiteral("mode"));
+        EXPECT_EQ(changedMode, mode752x480());
+    }
 }
 
 TEST_F(SettingsDialogTest, UnchangedEditorReportsAndWritesNothing)
