@@ -12,7 +12,8 @@
 
 CameraTab::CameraTab(HostEnvironmentInterface* host, QWidget* parent)
     : QWidget(parent),
-      _resolutionSettings(new ResolutionSettings(host->currentResolution(), ResolutionTable::supported(), this))
+      _resolutionSettings(
+          new ResolutionSettings(host->currentResolution(), ResolutionTable::supported(), this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -29,8 +29,8 @@
 
 namespace {
 
-constexpr int sizeStep = 4;              // pixels
-constexpr float sensorPixelSize = 5.0F;  // widget pixels: large enough for the cells to be told apart unbinned
+constexpr int sizeStep = 4; // pixels
+constexpr float sensorPixelSize = 5.0F; // widget pixels: large enough to tell the cells apart unbinned
 
 QStringList binningNames()
 {
@@ -58,8 +58,10 @@ ResolutionSettings::ResolutionSettings(const VYRResolutionInfo& resolution, cons
     _modified = false;
     connect(_visualization, &ResolutionVisualization::CameraResolutionChanged, this,
             &ResolutionSettings::setResolutionFromGui);
-    connect(_intManager, &QtIntPropertyManager::valueChanged, this, &ResolutionSettings::intPropertyValueChanged);
-    connect(_enumManager, &QtEnumPropertyManager::valueChanged, this, &ResolutionSettings::enumPropertyValueChanged);
+    connect(_intManager, &QtIntPropertyManager::valueChanged, this,
+            &ResolutionSettings::intPropertyValueChanged);
+    connect(_enumManager, &QtEnumPropertyManager::valueChanged, this,
+            &ResolutionSettings::enumPropertyValueChanged);
 }
 
 VYRResolutionInfo ResolutionSettings::resolution() const
@@ -244,8 +246,8 @@ void ResolutionSettings::editSize(QtProperty* property, int value, bool byHeight
     _intManager->setValue(property, byHeight ? _resolution.height : _resolution.width);
 }
 
-// The frame rate that the user sees, or the nearest that `mode` has: whole numbers miss bounds such as 0.5, and another
-// mode may not be as fast. The camera would not start at a rate that its mode does not have.
+// The frame rate that the user sees, or the nearest that `mode` has: whole numbers miss bounds such as 0.5,
+// and another mode may not be as fast. The camera would not start at a rate that its mode does not have.
 float ResolutionSettings::frameRateFor(const VYRResolutionInfo& mode) const
 {
     const auto shown = static_cast<float>(_intManager->value(_frameRate));

@@ -17,11 +17,11 @@ class QtSpinBoxFactory;
 class ResolutionTable;
 class ResolutionVisualization;
 
-/// Edits a capture mode: width, height, binning and frame rate. Every edit ends at a mode of the table; one that has no
-/// supported target restores the value before it.
+/// Edits a capture mode: width, height, binning and frame rate. Every edit ends at a mode of the table; one
+/// that has no supported target restores the value before it.
 ///
-/// The editor never talks to the camera. When the user is done, whoever shows it calls finishTyping() and then reads
-/// isModified() and resolution().
+/// The editor never talks to the camera. When the user is done, whoever shows it calls finishTyping() and
+/// then reads isModified() and resolution().
 ///
 /// A mode with an unknown binning code can be shown but not edited, until the user chooses a binning.
 ///
@@ -33,7 +33,8 @@ class ResolutionSettings : public QWidget
 
 public:
     /// Shows `resolution`, not modified. `table` must outlive the editor.
-    ResolutionSettings(const VYRResolutionInfo& resolution, const ResolutionTable& table, QWidget* parent = nullptr);
+    ResolutionSettings(const VYRResolutionInfo& resolution, const ResolutionTable& table,
+                       QWidget* parent = nullptr);
 
     /// The current mode.
     VYRResolutionInfo resolution() const;
@@ -48,7 +49,8 @@ public slots:
     /// Takes over a mode that the picture of the sensor has committed. The same mode may come again.
     void setResolutionFromGui(VYRResolutionInfo pResolution);
 
-    /// The value of a width, height or frame-rate property has changed, by the user unless the editor is updating it.
+    /// The value of a width, height or frame-rate property has changed, by the user unless the editor is
+    /// updating it.
     void intPropertyValueChanged(QtProperty* property, int value);
 
     /// The user has chosen the binning at position `index` of the list of names.

@@ -19,9 +19,11 @@ double squaredDistance(int a, int b)
     return distance * distance;
 }
 
-// The mode for which `measure` gives least; the first of them on a tie. Modes that `accept` refuses do not count.
+// The mode for which `measure` gives least; the first of them on a tie. Modes that `accept` refuses do not
+// count.
 template<class Accept, class Measure>
-std::optional<VYRResolutionInfo> least(const std::vector<VYRResolutionInfo>& modes, Accept accept, Measure measure)
+std::optional<VYRResolutionInfo> least(const std::vector<VYRResolutionInfo>& modes, Accept accept,
+                                       Measure measure)
 {
     const VYRResolutionInfo* best = nullptr;
     double bestMeasure = 0.0;
@@ -46,7 +48,8 @@ bool acceptAll(const VYRResolutionInfo&)
 std::vector<VYRResolutionInfo> modesOfCamera()
 {
     std::array<VYRResolutionInfo, ResolutionTable::capacity> modes;
-    const int count = EnumerateResolutions(modes.data(), ResolutionTable::capacity, VYRAny, VYRAny, VYRAny, VYRAnyFps);
+    const int count =
+        EnumerateResolutions(modes.data(), ResolutionTable::capacity, VYRAny, VYRAny, VYRAny, VYRAnyFps);
     qCDebug(settingsLog) << "The camera library has" << count << "modes";
     return {modes.begin(), modes.begin() + std::clamp(count, 0, ResolutionTable::capacity)};
 }
@@ -90,8 +93,9 @@ std::optional<VYRResolutionInfo> ResolutionTable::largest(int binning) const
     if (found == nullptr) {
         return std::nullopt;
     }
-    return least(found->modes, acceptAll,
-                 [](const VYRResolutionInfo& mode) { return -static_cast<double>(mode.width) * mode.height; });
+    return least(found->modes, acceptAll, [](const VYRResolutionInfo& mode) {
+        return -static_cast<double>(mode.width) * mode.height;
+    });
 }
 
 std::optional<VYRResolutionInfo> ResolutionTable::nearest(int width, int height, int binning) const
@@ -105,7 +109,8 @@ std::optional<VYRResolutionInfo> ResolutionTable::nearest(int width, int height,
     });
 }
 
-std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int height, int binning, bool byHeight) const
+std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int height, int binning,
+                                                               bool byHeight) const
 {
     const Slot* found = slot(binning);
     if (found == nullptr) {
@@ -132,7 +137,8 @@ std::optional<VYRResolutionInfo> ResolutionTable::nextInRow(const VYRResolutionI
     for (std::int64_t candidate = value; step > 0 ? candidate <= high : candidate >= low; candidate += step) {
         const int extent = static_cast<int>(candidate);
         const std::optional<VYRResolutionInfo> found =
-            nearestInRow(byHeight ? current.width : extent, byHeight ? extent : current.height, current.binning, byHeight);
+            byHeight ? nearestInRow(current.width, extent, current.binning, true)
+                     : nearestInRow(extent, current.height, current.binning, false);
         if (!found) {
             return std::nullopt;
         }
@@ -147,7 +153,7 @@ std::optional<VYRResolutionInfo> ResolutionTable::nextInRow(const VYRResolutionI
 
 const ResolutionTable::Slot* ResolutionTable::slot(int binning) const
 {
-    const auto found =
-        std::find_if(_slots.begin(), _slots.end(), [binning](const Slot& slot) { return slot.binning == binning; });
+    const auto found = std::find_if(_slots.begin(), _slots.end(),
+                                    [binning](const Slot& slot) { return slot.binning == binning; });
     return found != _slots.end() ? &*found : nullptr;
 }

@@ -20,8 +20,8 @@ struct ResolutionLimits
     int maxHeight = 0;
 };
 
-/// All supported capture modes: nine slots, one a binning, each with its modes in the order in which the camera
-/// library enumerated them. On a tie every lookup keeps the mode that was enumerated first.
+/// All supported capture modes: nine slots, one a binning, each with its modes in the order in which the
+/// camera library enumerated them. On a tie every lookup keeps the mode that was enumerated first.
 ///
 /// A binning code that is none of the nine is unknown: every lookup returns nothing for it.
 ///
@@ -35,7 +35,8 @@ public:
     /// Sorts `modes` into the slots. Modes with an unknown binning code are left out.
     explicit ResolutionTable(const std::vector<VYRResolutionInfo>& modes);
 
-    /// The table of the camera, asked of the camera library at the first call and kept until the process ends.
+    /// The table of the camera, asked of the camera library at the first call and kept until the process
+    /// ends.
     ///
     /// Thread: GUI thread, for it calls the camera library. Needs 768 KB of stack at the first call.
     static const ResolutionTable& supported();
@@ -49,14 +50,16 @@ public:
     /// The mode with the smallest squared distance in width and height; nothing for a binning without modes.
     std::optional<VYRResolutionInfo> nearest(int width, int height, int binning) const;
 
-    /// The mode of exactly this `height` that is nearest in width or, `byHeight`, the mode of exactly this `width`
-    /// that is nearest in height; nothing when no mode is that high, or that wide.
+    /// The mode of exactly this `height` that is nearest in width or, `byHeight`, the mode of exactly this
+    /// `width` that is nearest in height; nothing when no mode is that high, or that wide.
     std::optional<VYRResolutionInfo> nearestInRow(int width, int height, int binning, bool byHeight) const;
 
-    /// The first mode that a search meets which starts at width `value` and moves on in the direction in which `value`
-    /// lies from the width of `current`, among the modes of the binning and height of `current`. `byHeight`, the
-    /// same of heights, at the width of `current`. Nothing when there is none up to the limits of the binning.
-    std::optional<VYRResolutionInfo> nextInRow(const VYRResolutionInfo& current, int value, bool byHeight) const;
+    /// The first mode that a search meets which starts at width `value` and moves on in the direction in
+    /// which `value` lies from the width of `current`, among the modes of the binning and height of
+    /// `current`. `byHeight`, the same of heights, at the width of `current`. Nothing when there is none up
+    /// to the limits of the binning.
+    std::optional<VYRResolutionInfo> nextInRow(const VYRResolutionInfo& current, int value,
+                                               bool byHeight) const;
 
 private:
     struct Slot

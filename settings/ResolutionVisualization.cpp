@@ -48,8 +48,8 @@ Qt::CursorShape cursorFor(DragMode mode, QPoint press, QSize widget)
 
 } // namespace
 
-ResolutionVisualization::ResolutionVisualization(const ResolutionTable& table, const VYRResolutionInfo& resolution,
-                                                 QWidget* parent)
+ResolutionVisualization::ResolutionVisualization(const ResolutionTable& table,
+                                                 const VYRResolutionInfo& resolution, QWidget* parent)
     : QWidget(parent),
       _table(table),
       _cameraResolution(resolution),
@@ -87,7 +87,8 @@ void ResolutionVisualization::setSensorBinning(int binning)
     }
     _sensorBinning = binning;
     dropMosaic();
-    const QSize size = rebinned({_cameraResolution.width, _cameraResolution.height}, _cameraResolution.binning, binning);
+    const QSize size = rebinned({_cameraResolution.width, _cameraResolution.height},
+                                _cameraResolution.binning, binning);
     const auto found = _table.nearest(size.width(), size.height(), binning);
     if (found && (found->binning != _cameraResolution.binning || !sameSize(*found, _cameraResolution))) {
         commitResolution(*found);

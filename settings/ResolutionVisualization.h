@@ -17,12 +17,12 @@
 
 class ResolutionTable;
 
-/// Draws the camera sensor as a mosaic of pixel cells, darkens what the current capture mode does not read, and lets the
-/// user drag the edges of the window that it does read. Here a new mode is committed: whenever the picture settles on
-/// another mode of the table it emits CameraResolutionChanged().
+/// Draws the camera sensor as a mosaic of pixel cells, darkens what the current capture mode does not read,
+/// and lets the user drag the edges of the window that it does read. Here a new mode is committed: whenever
+/// the picture settles on another mode of the table it emits CameraResolutionChanged().
 ///
-/// Every committed mode stands in the table, or was handed to commitResolution(). A drag or a new binning for which the
-/// table has no mode leaves the current mode as it is.
+/// Every committed mode stands in the table, or was handed to commitResolution(). A drag or a new binning for
+/// which the table has no mode leaves the current mode as it is.
 ///
 /// Ownership: borrows the table.
 /// Thread: GUI thread.
@@ -36,7 +36,8 @@ class ResolutionVisualization : public QWidget
     Q_PROPERTY(bool sensorGrayscale READ sensorGrayscale WRITE setSensorGrayscale)
 
 public:
-    /// Starts with `resolution` as the current mode and its binning as the chosen one. `table` must outlive the picture.
+    /// Starts with `resolution` as the current mode and its binning as the chosen one. `table` must outlive
+    /// the picture.
     ResolutionVisualization(const ResolutionTable& table, const VYRResolutionInfo& resolution,
                             QWidget* parent = nullptr);
 
@@ -52,8 +53,8 @@ public:
     /// The chosen binning code; it decides the size of the mosaic's cells.
     int sensorBinning() const;
 
-    /// Chooses a binning and commits the mode of that binning that is nearest to the area covered now, if it is another
-    /// one. With no mode of that binning the current mode stays.
+    /// Chooses a binning and commits the mode of that binning that is nearest to the area covered now, if it
+    /// is another one. With no mode of that binning the current mode stays.
     void setSensorBinning(int binning);
 
     /// The full size of the sensor in pixels; 752 × 480 at first.

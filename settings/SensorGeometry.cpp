@@ -78,7 +78,8 @@ QSize sensorSize(const ResolutionTable& table)
 {
     const QSize sensor(752, 480);
     const auto largest = table.largest(0);
-    if (largest && std::int64_t{largest->width} * largest->height > std::int64_t{sensor.width()} * sensor.height()) {
+    if (largest
+        && std::int64_t{largest->width} * largest->height > std::int64_t{sensor.width()} * sensor.height()) {
         return {largest->width, largest->height};
     }
     return sensor;
@@ -93,8 +94,10 @@ QRect captureWindow(QSize widget, QSize sensor, const VYRResolutionInfo& mode)
     const float shareOfHeight = static_cast<float>(mode.height) / binnedHeight;
     const auto width = static_cast<float>(widget.width());
     const auto height = static_cast<float>(widget.height());
-    return {truncated(width * 0.5F * (1.0F - shareOfWidth)), truncated(height * 0.5F * (1.0F - shareOfHeight)),
-            truncated(shareOfWidth * width), truncated(shareOfHeight * height)};
+    return {truncated(width * 0.5F * (1.0F - shareOfWidth)),
+            truncated(height * 0.5F * (1.0F - shareOfHeight)),
+            truncated(shareOfWidth * width),
+            truncated(shareOfHeight * height)};
 }
 
 QVector<QRect> bandsOutside(QSize widget, QRect window)

@@ -31,22 +31,23 @@ enum class DragMode
 
 BinningFactors binningFactors(int binning);
 
-/// `value` without its fraction. What is beyond ±16777216, more than any sensor or screen has, counts as that, and what
-/// is no number as 0, so that positions can be added and subtracted without a second thought.
+/// `value` without its fraction. What is beyond ±16777216, more than any sensor or screen has, counts as
+/// that, and what is no number as 0, so that positions can be added and subtracted without a second thought.
 int truncated(float value);
 
 /// The size of the sensor in pixels: 752 × 480, or the largest unbinned mode when that is larger.
 QSize sensorSize(const ResolutionTable& table);
 
-/// The part of the sensor that `mode` reads, centred, in pixels of a widget of size `widget` that shows the whole
-/// sensor of `sensor` pixels.
+/// The part of the sensor that `mode` reads, centred, in pixels of a widget of size `widget` that shows the
+/// whole sensor of `sensor` pixels.
 QRect captureWindow(QSize widget, QSize sensor, const VYRResolutionInfo& mode);
 
-/// The areas of a widget outside `window`: above and below it over the full width, left and right of it. Those without
-/// any pixels are left out.
+/// The areas of a widget outside `window`: above and below it over the full width, left and right of it.
+/// Those without any pixels are left out.
 QVector<QRect> bandsOutside(QSize widget, QRect window);
 
-/// Where the cells of the mosaic begin along one side of `extent` widget pixels. None for cells of less than a pixel.
+/// Where the cells of the mosaic begin along one side of `extent` widget pixels. None for cells of less than
+/// a pixel.
 QVector<int> cellStarts(float cellSize, int extent);
 
 /// Which of the three cell colours, 0 to 2, a cell of the mosaic has.
@@ -55,9 +56,9 @@ int cellColour(int column, int row);
 /// What a press at `cursor` drags: an edge, or two that meet, less than 8 pixels away.
 DragMode dragModeAt(QPoint cursor, QRect window);
 
-/// The window that was `start` when the drag began at `press`, with the cursor now at `cursor`. It grows as the cursor
-/// moves away from the centre of the widget, on both sides alike, up to the edges of the widget. Dragged past the
-/// centre it is empty.
+/// The window that was `start` when the drag began at `press`, with the cursor now at `cursor`. It grows as
+/// the cursor moves away from the centre of the widget, on both sides alike, up to the edges of the widget.
+/// Dragged past the centre it is empty.
 QRect draggedWindow(QRect start, DragMode mode, QPoint press, QPoint cursor, QSize widget);
 
 /// The size of a dragged window in sensor pixels of a binning.

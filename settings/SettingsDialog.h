@@ -17,8 +17,8 @@ class HostEnvironmentInterface;
 class QDialogButtonBox;
 class QTabWidget;
 
-/// Reports what the user chose with two signals and switches neither apps nor camera itself. Built anew each time that
-/// it is opened:
+/// Reports what the user chose with two signals and switches neither apps nor camera itself. Built anew each
+/// time that it is opened:
 ///
 ///     SettingsDialog dialog(host);
 ///     dialog.setAppInfoList(infos);
@@ -30,15 +30,16 @@ class QTabWidget;
 ///     connect(&dialog, &SettingsDialog::AppChanged, ...);
 ///     dialog.exec();
 ///
-/// The tabs, each present only where it makes sense: "Apps" with at least one app, then "Camera" and "Devices" with an
-/// open camera, then those of the apps.
+/// The tabs, each present only where it makes sense: "Apps" with at least one app, then "Camera" and
+/// "Devices" with an open camera, then those of the apps.
 ///
-/// Ok, and a double-click on an app: first ResolutionChanged() if the user changed the capture mode, then the mode goes
-/// into the settings record and the settings file is written, then AppChanged() if another app is selected. Both signals
-/// are meant for direct connections: the mode is in effect before the app is switched. Cancel and the close button do
-/// nothing of it.
+/// Ok, and a double-click on an app: first ResolutionChanged() if the user changed the capture mode, then the
+/// mode goes into the settings record and the settings file is written, then AppChanged() if another app is
+/// selected. Both signals are meant for direct connections: the mode is in effect before the app is switched.
+/// Cancel and the close button do nothing of it.
 ///
-/// Ownership: borrows the host, which must outlive the dialog; owns its tabs, also those that apps have added.
+/// Ownership: borrows the host, which must outlive the dialog; owns its tabs, also those that apps have
+/// added.
 /// Thread: GUI thread.
 class SettingsDialog : public QDialog
 {
@@ -54,8 +55,8 @@ public:
     /// The index of the current app; -1, as at first, for none. To be called before build().
     void setCurrentAppIndex(int currentAppIndex);
 
-    /// Makes tabs and buttons, sets the window's title, fixes the size and centres the dialog over `centreOn` (null:
-    /// wherever the window system puts it). To be called once.
+    /// Makes tabs and buttons, sets the window's title, fixes the size and centres the dialog over `centreOn`
+    /// (null: wherever the window system puts it). To be called once.
     void build(const QString& title, const QWidget* centreOn);
 
     /// Where apps add their tabs, behind those of the dialog. Null before build().

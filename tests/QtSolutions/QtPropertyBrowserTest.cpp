@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Properties edited through real spin boxes, sliders and combo boxes, and the order in which the parts may go.
+// Properties edited through real spin boxes, sliders and combo boxes, and the order in which parts may go.
 #include <QtAbstractEditorFactory>
 #include <QtAbstractPropertyBrowser>
 #include <QtAbstractPropertyManager>
@@ -93,7 +93,7 @@ protected:
     QtGroupBoxPropertyBrowser sliderBrowser;
 };
 
-// --- values and ranges -------------------------------------------------------------------------------------------
+// --- values and ranges -------------------------------------------------------------------------------------
 
 TEST(QtIntPropertyManagerTest, NewPropertyIsZeroWithoutLimits)
 {
@@ -154,8 +154,10 @@ TEST(QtIntPropertyManagerTest, RangeIsAnnouncedBeforeTheValueItMoved)
     QtIntPropertyManager manager;
     QtProperty* property = manager.addProperty();
     QStringList order;
-    QObject::connect(&manager, &QtIntPropertyManager::rangeChanged, [&] { order << QStringLiteral("range"); });
-    QObject::connect(&manager, &QtIntPropertyManager::valueChanged, [&] { order << QStringLiteral("value"); });
+    QObject::connect(&manager, &QtIntPropertyManager::rangeChanged,
+                     [&] { order << QStringLiteral("range"); });
+    QObject::connect(&manager, &QtIntPropertyManager::valueChanged,
+                     [&] { order << QStringLiteral("value"); });
 
     manager.setRange(property, 3, 9);
 
@@ -256,7 +258,7 @@ TEST(QtGroupPropertyManagerTest, GroupHasNoValue)
     EXPECT_FALSE(manager.addProperty()->hasValue());
 }
 
-// --- the graph of properties -------------------------------------------------------------------------------------
+// --- the graph of properties -------------------------------------------------------------------------------
 
 TEST(QtPropertyTest, SubPropertiesStandInTheOrderGiven)
 {
@@ -314,7 +316,7 @@ TEST(QtPropertyTest, DeletedPropertyLeavesItsParentsAndItsManager)
     EXPECT_TRUE(manager.properties().isEmpty());
 }
 
-// --- editors in step with their manager --------------------------------------------------------------------------
+// --- editors in step with their manager --------------------------------------------------------------------
 
 TEST_F(QtPropertyBrowserTest, ValueSetThroughTheManagerMovesSpinBoxAndSlider)
 {
@@ -524,7 +526,7 @@ TEST_F(QtPropertyBrowserTest, EditorOfARemovedManagerIsNoLongerTied)
     EXPECT_EQ(numbers.value(property), 5);
 }
 
-// --- what the browser shows --------------------------------------------------------------------------------------
+// --- what the browser shows --------------------------------------------------------------------------------
 
 TEST_F(QtPropertyBrowserTest, GroupIsABoxAroundItsSubProperties)
 {
@@ -539,7 +541,8 @@ TEST_F(QtPropertyBrowserTest, GroupIsABoxAroundItsSubProperties)
     auto* box = browser.findChild<QGroupBox*>();
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->title(), QStringLiteral("Resolution"));
-    EXPECT_EQ(visibleTexts<QLabel>(&browser), QStringList({QStringLiteral("Width"), QStringLiteral("Height")}));
+    EXPECT_EQ(visibleTexts<QLabel>(&browser),
+              QStringList({QStringLiteral("Width"), QStringLiteral("Height")}));
     const QList<QSpinBox*> editors = box->findChildren<QSpinBox*>();
     ASSERT_EQ(editors.size(), 2);
     EXPECT_LT(topOf(editors.at(0), box), topOf(editors.at(1), box));
@@ -580,8 +583,9 @@ TEST_F(QtPropertyBrowserTest, InsertedPropertyStandsBehindTheOneNamed)
 
     EXPECT_EQ(browser.properties(), QList<QtProperty*>({a, c, b}));
     QList<QLabel*> labels = browser.findChildren<QLabel*>();
-    std::sort(labels.begin(), labels.end(),
-              [&](const QLabel* left, const QLabel* right) { return topOf(left, &browser) < topOf(right, &browser); });
+    std::sort(labels.begin(), labels.end(), [&](const QLabel* left, const QLabel* right) {
+        return topOf(left, &browser) < topOf(right, &browser);
+    });
     ASSERT_EQ(labels.size(), 3);
     EXPECT_EQ(labels.at(0)->text(), QStringLiteral("a"));
     EXPECT_EQ(labels.at(1)->text(), QStringLiteral("c"));
@@ -707,7 +711,7 @@ TEST_F(QtPropertyBrowserTest, ClearedBrowserCanShowThePropertiesAgain)
     EXPECT_EQ(browser.findChildren<QSpinBox*>().size(), 1);
 }
 
-// --- who may go first --------------------------------------------------------------------------------------------
+// --- who may go first --------------------------------------------------------------------------------------
 
 // Every order of deleting the pieces, with two browsers, a group, a slider and a combo box in between.
 TEST(QtPropertyBrowserLifetimeTest, PiecesMayBeDeletedInAnyOrder)
@@ -732,8 +736,8 @@ TEST(QtPropertyBrowserLifetimeTest, PiecesMayBeDeletedInAnyOrder)
         const QPointer<QSlider> slider = sliderBrowser->findChild<QSlider*>();
         const QPointer<QComboBox> comboBox = browser->findChild<QComboBox*>();
         ASSERT_TRUE(spinBox && slider && comboBox);
-        const QVector<QObject*> pieces({grid.numbers, grid.choices, grid.groups, grid.spinBoxes, grid.comboBoxes,
-                                        browser, sliderBrowser});
+        const QVector<QObject*> pieces({grid.numbers, grid.choices, grid.groups, grid.spinBoxes,
+                                        grid.comboBoxes, browser, sliderBrowser});
         for (const int piece : qAsConst(order)) {
             delete pieces.at(piece);
             // Whatever is left still takes edits.
@@ -790,7 +794,8 @@ TEST_F(QtPropertyBrowserTest, PropertyMayBeDeletedFromTheSignalOfItsOwnEditor)
 {
     QtProperty* property = numbers.addProperty();
     browser.addProperty(property);
-    QObject::connect(&numbers, &QtIntPropertyManager::valueChanged, [](QtProperty* changed) { delete changed; });
+    QObject::connect(&numbers, &QtIntPropertyManager::valueChanged,
+                     [](QtProperty* changed) { delete changed; });
     show(browser);
 
     QTest::keyClick(browser.findChild<QSpinBox*>(), Qt::Key_Up);

@@ -70,7 +70,7 @@ protected:
     ResolutionVisualization* picture = nullptr;
 };
 
-// --- what it shows -----------------------------------------------------------------------------------------------
+// --- what it shows -----------------------------------------------------------------------------------------
 
 TEST_F(ResolutionSettingsTest, StartsUnmodifiedWithTheGivenMode)
 {
@@ -130,9 +130,10 @@ TEST_F(ResolutionSettingsTest, EveryPropertyHasABrowserOfItsOwnAndOneIsPadded)
     show(mode640x480());
     const auto browsers = editor->findChildren<QtGroupBoxPropertyBrowser*>();
     EXPECT_EQ(browsers.size(), 4);
-    EXPECT_EQ(std::count_if(browsers.begin(), browsers.end(),
-                            [](const QWidget* browser) { return browser->styleSheet() == "padding-top:10px;"; }),
-              1);
+    EXPECT_EQ(
+        std::count_if(browsers.begin(), browsers.end(),
+                      [](const QWidget* browser) { return browser->styleSheet() == "padding-top:10px;"; }),
+        1);
     const QLayout* row = rate->parentWidget()->parentWidget()->layout();
     EXPECT_EQ(row->contentsMargins(), QMargins(0, 0, 0, 0));
     EXPECT_EQ(row->spacing(), 0);
@@ -152,7 +153,7 @@ TEST_F(ResolutionSettingsTest, FrameRatesAreShownTruncated)
     EXPECT_FALSE(editor->isModified());
 }
 
-// --- width and height --------------------------------------------------------------------------------------------
+// --- width and height --------------------------------------------------------------------------------------
 
 TEST_F(ResolutionSettingsTest, StepLandsOnTheNextSupportedWidth)
 {
@@ -224,7 +225,7 @@ TEST_F(ResolutionSettingsTest, SizeEditBringsTheFrameRateIntoTheLimitsOfTheNewMo
     EXPECT_EQ(slider->maximum(), 60);
 }
 
-// --- frame rate --------------------------------------------------------------------------------------------------
+// --- frame rate --------------------------------------------------------------------------------------------
 
 TEST_F(ResolutionSettingsTest, FrameRateAloneModifiesWithoutTouchingThePicture)
 {
@@ -254,7 +255,7 @@ TEST_F(ResolutionSettingsTest, FrameRateBelowTheLeastOfTheModeIsItsLeast)
     EXPECT_FLOAT_EQ(editor->resolution().fps, 0.5F);
 }
 
-// --- binning -----------------------------------------------------------------------------------------------------
+// --- binning -----------------------------------------------------------------------------------------------
 
 TEST_F(ResolutionSettingsTest, ChosenBinningTakesTheNearestModeOfIt)
 {
@@ -305,7 +306,7 @@ TEST_F(ResolutionSettingsTest, UnknownBinningLeavesThePropertiesUntouchedAndSize
     EXPECT_EQ(editor->resolution().binning, 5);
 }
 
-// --- the picture -------------------------------------------------------------------------------------------------
+// --- the picture -------------------------------------------------------------------------------------------
 
 TEST_F(ResolutionSettingsTest, DragInThePictureMovesTheSpinBoxes)
 {
@@ -342,7 +343,7 @@ TEST_F(ResolutionSettingsTest, SameModeTwiceIsHarmless)
     EXPECT_EQ(width->value(), 752);
 }
 
-// --- odd tables and modes ----------------------------------------------------------------------------------------
+// --- odd tables and modes ----------------------------------------------------------------------------------
 
 TEST_F(ResolutionSettingsTest, EmptyTableKeepsTheMode)
 {

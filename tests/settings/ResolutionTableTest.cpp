@@ -66,7 +66,8 @@ TEST(ResolutionTableTest, LargestHasTheMostPixels)
 
 TEST(ResolutionTableTest, OfEqualAreasLargestIsTheOneEnumeratedFirst)
 {
-    const ResolutionTable table({mode(100, 100, 0), mode(640, 480, 0, 10), mode(480, 640, 0), mode(640, 480, 0, 20)});
+    const ResolutionTable table(
+        {mode(100, 100, 0), mode(640, 480, 0, 10), mode(480, 640, 0), mode(640, 480, 0, 20)});
     EXPECT_EQ(table.largest(0), mode(640, 480, 0, 10));
 }
 
@@ -74,7 +75,8 @@ TEST(ResolutionTableTest, NearestHasTheSmallestSquaredDistance)
 {
     const ResolutionTable table({mode(100, 100, 0), mode(130, 130, 0), mode(100, 145, 0)});
     // 30² + 30² = 1800 and 45² = 2025: the sum of the plain distances would choose the other one.
-    EXPECT_EQ(ResolutionTable({mode(130, 130, 0), mode(100, 145, 0)}).nearest(100, 100, 0), mode(130, 130, 0));
+    EXPECT_EQ(ResolutionTable({mode(130, 130, 0), mode(100, 145, 0)}).nearest(100, 100, 0),
+              mode(130, 130, 0));
     EXPECT_EQ(table.nearest(101, 99, 0), mode(100, 100, 0));
     EXPECT_EQ(table.nearest(-5000, -5000, 0), mode(100, 100, 0));
 }

@@ -70,7 +70,7 @@ protected:
     std::vector<VYRResolutionInfo> committed;
 };
 
-// --- drawing -----------------------------------------------------------------------------------------------------
+// --- drawing -----------------------------------------------------------------------------------------------
 
 TEST_F(ResolutionVisualizationTest, ModeAsLargeAsTheSensorDarkensNothing)
 {
@@ -85,7 +85,8 @@ TEST_F(ResolutionVisualizationTest, ModeAsLargeAsTheSensorDarkensNothing)
 TEST_F(ResolutionVisualizationTest, EverythingOutsideTheCaptureWindowIsDarkened)
 {
     show({320, 240, 0, 30.0F, 1.0F, 60.0F}); // x 216 to 535, y 120 to 359
-    for (const QPoint outside : {QPoint(50, 50), QPoint(370, 50), QPoint(370, 450), QPoint(50, 250), QPoint(700, 250)}) {
+    for (const QPoint outside :
+         {QPoint(50, 50), QPoint(370, 50), QPoint(370, 450), QPoint(50, 250), QPoint(700, 250)}) {
         EXPECT_LT(pixel(outside.x(), outside.y()).red(), 20) << outside.x() << ' ' << outside.y();
     }
     EXPECT_EQ(pixel(250, 250), QColor(96, 96, 96));
@@ -185,10 +186,11 @@ TEST_F(ResolutionVisualizationTest, NonsenseIsDrawnWithoutHarm)
     picture->setSensorPixelSize(20.0F);
     picture->setSensorResolution(QSize(752, 480));
     picture->setCameraResolution(mode752x480());
-    EXPECT_EQ(pixel(30, 30).red(), 64); // second row, first column: the cells of binning 3 are four pixels wide
+    // Second row, first column: the cells of binning 3 are four pixels wide.
+    EXPECT_EQ(pixel(30, 30).red(), 64);
 }
 
-// --- binning -----------------------------------------------------------------------------------------------------
+// --- binning -----------------------------------------------------------------------------------------------
 
 TEST_F(ResolutionVisualizationTest, BinningTwoByTwoProposesAQuarterAndCommitsTheNearest)
 {
@@ -234,7 +236,7 @@ TEST_F(ResolutionVisualizationTest, UnknownBinningCanBeLeft)
     EXPECT_EQ(committed.size(), 1U);
 }
 
-// --- dragging ----------------------------------------------------------------------------------------------------
+// --- dragging ----------------------------------------------------------------------------------------------
 
 // Receivers are meant to see each dragged mode twice; the second time must change nothing.
 TEST_F(ResolutionVisualizationTest, DragEmitsTheNewModeTwice)
@@ -375,7 +377,8 @@ TEST_F(ResolutionVisualizationTest, DoubleClickOnAnEdgeLeavesNoCursor)
 {
     show(mode640x480());
     QTest::mouseClick(picture.get(), Qt::LeftButton, Qt::NoModifier, {695, 240});
-    QTest::mouseDClick(picture.get(), Qt::LeftButton, Qt::NoModifier, {695, 240}); // a press, as far as it goes
+    // Only its second press.
+    QTest::mouseDClick(picture.get(), Qt::LeftButton, Qt::NoModifier, {695, 240});
     EXPECT_EQ(overrideShape(), Qt::SizeHorCursor);
     release({695, 240});
     EXPECT_EQ(overrideShape(), -1);

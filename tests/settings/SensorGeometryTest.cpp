@@ -160,8 +160,10 @@ TEST(SensorGeometryTest, DraggedWindowEndsAtTheWidget)
 {
     const QSize widget(400, 200);
     const QRect start(100, 50, 200, 100);
-    EXPECT_EQ(draggedWindow(start, DragMode::Both, {299, 149}, {100000, 100000}, widget), QRect(0, 0, 400, 200));
-    EXPECT_EQ(draggedWindow(start, DragMode::Both, {100, 50}, {-100000, -100000}, widget), QRect(0, 0, 400, 200));
+    EXPECT_EQ(draggedWindow(start, DragMode::Both, {299, 149}, {100000, 100000}, widget),
+              QRect(0, 0, 400, 200));
+    EXPECT_EQ(draggedWindow(start, DragMode::Both, {100, 50}, {-100000, -100000}, widget),
+              QRect(0, 0, 400, 200));
     const QRect crossed = draggedWindow(start, DragMode::Both, {299, 149}, {-100000, -100000}, widget);
     EXPECT_FALSE(crossed.isValid());
     EXPECT_EQ(crossed.left(), 399);

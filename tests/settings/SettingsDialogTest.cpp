@@ -179,7 +179,7 @@ protected:
 
 const QStringList twoApps{QStringLiteral("First"), QStringLiteral("Second")};
 
-// --- building ----------------------------------------------------------------------------------------------------
+// --- building ----------------------------------------------------------------------------------------------
 
 TEST_F(SettingsDialogTest, AppsAndCameraGiveThreeTabs)
 {
@@ -250,7 +250,7 @@ TEST_F(SettingsDialogTest, DialogIsCentredOverTheMainWindow)
     EXPECT_EQ(centred.y(), window.frameGeometry().top() + 335 - centred.height() / 2);
 }
 
-// --- the tabs ----------------------------------------------------------------------------------------------------
+// --- the tabs ----------------------------------------------------------------------------------------------
 
 TEST_F(SettingsDialogTest, AppsStandInARowWithTheCurrentOneSelected)
 {
@@ -259,7 +259,8 @@ TEST_F(SettingsDialogTest, AppsStandInARowWithTheCurrentOneSelected)
     const QListWidget* list = appList();
     ASSERT_EQ(list->count(), 2);
     EXPECT_EQ(list->item(0)->text(), QStringLiteral("First"));
-    EXPECT_EQ(list->item(0)->toolTip(), QStringLiteral("Name: First\nVersion: 1.First\nDescription: About First"));
+    EXPECT_EQ(list->item(0)->toolTip(),
+              QStringLiteral("Name: First\nVersion: 1.First\nDescription: About First"));
     EXPECT_FALSE(list->item(0)->icon().isNull());
     EXPECT_FALSE(list->item(0)->isSelected());
     EXPECT_TRUE(list->item(1)->isSelected());
@@ -284,13 +285,16 @@ TEST_F(SettingsDialogTest, LongAppNameHasRoomWhereverItStands)
         build(names, 0, false);
         show();
         const QListWidget* list = appList();
-        EXPECT_GE(list->visualItemRect(list->item(place)).width(), list->fontMetrics().horizontalAdvance(longName));
+        EXPECT_GE(list->visualItemRect(list->item(place)).width(),
+                  list->fontMetrics().horizontalAdvance(longName));
     }
 }
 
 TEST_F(SettingsDialogTest, DevicesTabShowsTheIdentityOfTheCamera)
 {
-    const auto text = [](const char* characters) { return std::string(characters, std::strlen(characters) + 1); };
+    const auto text = [](const char* characters) {
+        return std::string(characters, std::strlen(characters) + 1);
+    };
     FakeVYR::setText(VYRDeviceName, text("Stereo"));
     FakeVYR::setText(VYRSerialNumber, text("4711"));
     FakeVYR::setText(VYRFirmwareVersion, text("1.2"));
@@ -336,7 +340,7 @@ TEST_F(SettingsDialogTest, CameraTabKeepsTheEditorAtItsNaturalHeight)
     EXPECT_EQ(editor->pos(), QPoint(0, 0));
 }
 
-// --- Ok ----------------------------------------------------------------------------------------------------------
+// --- Ok ----------------------------------------------------------------------------------------------------
 
 TEST_F(SettingsDialogTest, ChangedModeIsReportedThenRecordedAndWritten)
 {
@@ -490,7 +494,7 @@ TEST_F(SettingsDialogTest, ModalLoopReturnsWhatTheUserChose)
     EXPECT_EQ(changedApp, 1);
 }
 
-// --- a drag under way --------------------------------------------------------------------------------------------
+// --- a drag under way --------------------------------------------------------------------------------------
 
 TEST_F(SettingsDialogTest, ClosingInTheMiddleOfADragRestoresTheCursor)
 {
@@ -507,7 +511,7 @@ TEST_F(SettingsDialogTest, ClosingInTheMiddleOfADragRestoresTheCursor)
     EXPECT_TRUE(order.isEmpty());
 }
 
-// --- what the file may hold --------------------------------------------------------------------------------------
+// --- what the file may hold --------------------------------------------------------------------------------
 
 TEST_F(SettingsDialogTest, UnknownBinningFromTheFileIsShownAndKept)
 {

@@ -18,11 +18,12 @@ public:
         , editor(editorWidget)
         , manager(propertyManager)
     {
-        connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this, [this, property](QtProperty* destroyed) {
-            if (destroyed == property) {
-                delete this;
-            }
-        });
+        connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this,
+                [this, property](QtProperty* destroyed) {
+                    if (destroyed == property) {
+                        delete this;
+                    }
+                });
     }
 
     QWidget* const editor;
@@ -67,8 +68,8 @@ private:
 
 namespace {
 
-// Every change shows the manager's present value rather than the one that was sent: a receiver that was told before
-// the editor may already have set another.
+// Every change shows the manager's present value rather than the one that was sent: a receiver that was told
+// before the editor may already have set another.
 template <class Refresh>
 void refreshOnChanges(QtIntPropertyManager* manager, QObject* link, const Refresh& refresh)
 {
@@ -174,7 +175,8 @@ void QtEnumEditorFactory::connectPropertyManager(QtEnumPropertyManager*)
     // Each editor makes its own connections.
 }
 
-QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtProperty* property, QWidget* parent)
+QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtProperty* property,
+                                           QWidget* parent)
 {
     auto* editor = new QComboBox(parent);
     const auto refill = [=](const QtProperty* changed) {

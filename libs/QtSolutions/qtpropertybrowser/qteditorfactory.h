@@ -10,7 +10,8 @@ class QtEditorLinks;
 
 /// Edits the properties of integer managers in spin boxes.
 ///
-/// A typed number counts once it is finished with Enter, Tab or a step. Deleting the factory deletes its editors.
+/// A typed number counts once it is finished with Enter, Tab or a step. Deleting the factory deletes its
+/// editors.
 ///
 /// Thread: GUI thread.
 class QtSpinBoxFactory : public QtAbstractEditorFactory<QtIntPropertyManager>

@@ -8,8 +8,8 @@ class QGridLayout;
 class QGroupBox;
 class QLabel;
 
-/// Shows each property as a row of its name and its editor, and each property that has sub-properties as a group box
-/// around their rows.
+/// Shows each property as a row of its name and its editor, and each property that has sub-properties as a
+/// group box around their rows.
 ///
 /// A property with a value but without a factory shows its value as text.
 ///

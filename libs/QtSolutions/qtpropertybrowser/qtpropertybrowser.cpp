@@ -9,7 +9,8 @@ QtProperty::QtProperty(QtAbstractPropertyManager* manager)
 
 QtProperty::~QtProperty()
 {
-    // Whoever shows or edits this property hears of its end while name, value and sub-properties are still there.
+    // Whoever shows or edits this property hears of its end while name, value and sub-properties are still
+    // there.
     while (!_parents.isEmpty()) {
         _parents.first()->removeSubProperty(this);
     }
@@ -369,7 +370,8 @@ QWidget* QtAbstractPropertyBrowser::createEditor(QtProperty* property, QWidget* 
     return factory ? factory->createEditor(property, parent) : nullptr;
 }
 
-void QtAbstractPropertyBrowser::useFactory(QtAbstractPropertyManager* manager, QtAbstractEditorFactoryBase* factory)
+void QtAbstractPropertyBrowser::useFactory(QtAbstractPropertyManager* manager,
+                                           QtAbstractEditorFactoryBase* factory)
 {
     if (!manager || _factories.value(manager) == factory) {
         return;
@@ -388,9 +390,12 @@ void QtAbstractPropertyBrowser::watch(QtAbstractPropertyManager* manager)
     _watched.insert(manager);
     connect(manager, &QtAbstractPropertyManager::propertyInserted, this,
             &QtAbstractPropertyBrowser::onPropertyInserted);
-    connect(manager, &QtAbstractPropertyManager::propertyRemoved, this, &QtAbstractPropertyBrowser::onPropertyRemoved);
-    connect(manager, &QtAbstractPropertyManager::propertyChanged, this, &QtAbstractPropertyBrowser::onPropertyChanged);
-    connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this, &QtAbstractPropertyBrowser::removeProperty);
+    connect(manager, &QtAbstractPropertyManager::propertyRemoved, this,
+            &QtAbstractPropertyBrowser::onPropertyRemoved);
+    connect(manager, &QtAbstractPropertyManager::propertyChanged, this,
+            &QtAbstractPropertyBrowser::onPropertyChanged);
+    connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this,
+            &QtAbstractPropertyBrowser::removeProperty);
     connect(manager, &QObject::destroyed, this, [this, manager] { forget(manager); });
 }
 
@@ -403,7 +408,8 @@ void QtAbstractPropertyBrowser::forget(QtAbstractPropertyManager* manager)
     }
 }
 
-QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBrowserItem* parent, QtBrowserItem* after)
+QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBrowserItem* parent,
+                                                     QtBrowserItem* after)
 {
     watch(property->propertyManager());
     auto* item = new QtBrowserItem(this, property, parent);
@@ -449,7 +455,8 @@ QtBrowserItem* QtAbstractPropertyBrowser::itemOf(QtProperty* property, QtBrowser
     return nullptr;
 }
 
-void QtAbstractPropertyBrowser::onPropertyInserted(QtProperty* property, QtProperty* parent, QtProperty* after)
+void QtAbstractPropertyBrowser::onPropertyInserted(QtProperty* property, QtProperty* parent,
+                                                   QtProperty* after)
 {
     const QList<QtBrowserItem*> parentItems = items(parent);
     for (QtBrowserItem* parentItem : parentItems) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Properties, the managers that hold their values, the factories of their editors, the browsers that show them.
+// Properties, the managers of their values, the factories of their editors, the browsers that show them.
 #pragma once
 
 #include <QHash>
@@ -16,8 +16,8 @@ class QtAbstractPropertyManager;
 
 /// One named entry of a property browser.
 ///
-/// A property has no value of its own: its manager keeps the value, so that the type of the manager decides the
-/// type of the property. Properties form an acyclic graph: one may be the sub-property of several others.
+/// A property has no value of its own: its manager keeps the value, so that the type of the manager decides
+/// the type of the property. Properties form an acyclic graph: one may be the sub-property of several others.
 ///
 /// Made by QtAbstractPropertyManager::addProperty() and owned by that manager. It may be deleted at any time:
 /// its parents, the browsers that show it and the editors tied to it let go of it first.
@@ -61,7 +61,8 @@ public:
     /// Appends `property` to the sub-properties.
     void addSubProperty(QtProperty* property);
     /// Inserts `property` behind `afterProperty`, or first when that is null or no sub-property of this one.
-    /// Nothing happens when `property` is null, is a sub-property already, or holds this one anywhere below it.
+    /// Nothing happens when `property` is null, is a sub-property already, or holds this one anywhere below
+    /// it.
     void insertSubProperty(QtProperty* property, QtProperty* afterProperty);
     /// Lets go of `property`, which itself stays alive. Nothing happens when it is no sub-property.
     void removeSubProperty(QtProperty* property);
@@ -112,9 +113,11 @@ public:
     QtProperty* addProperty(const QString& name = QString());
 
 Q_SIGNALS:
-    /// `property` became a sub-property of `parent`, a property of this manager, behind `after` (null: first).
+    /// `property` became a sub-property of `parent`, a property of this manager, behind `after` (null:
+    /// first).
     void propertyInserted(QtProperty* property, QtProperty* parent, QtProperty* after);
-    /// Something that is shown of `property` has changed: its value, its name, whether it is enabled and so on.
+    /// Something that is shown of `property` has changed: its value, its name, whether it is enabled and so
+    /// on.
     void propertyChanged(QtProperty* property);
     /// `property` is no longer a sub-property of `parent`, a property of this manager.
     void propertyRemoved(QtProperty* property, QtProperty* parent);
@@ -145,8 +148,8 @@ class QtAbstractEditorFactoryBase : public QObject
     Q_OBJECT
 
 public:
-    /// Makes an editor for `property` as a child of `parent`, or returns null when the property's manager was not
-    /// added to this factory. The caller (usually a browser) owns the editor through `parent`.
+    /// Makes an editor for `property` as a child of `parent`, or returns null when the property's manager was
+    /// not added to this factory. The caller (usually a browser) owns the editor through `parent`.
     virtual QWidget* createEditor(QtProperty* property, QWidget* parent) = 0;
 
 protected:
@@ -165,10 +168,11 @@ private:
     QHash<QtAbstractPropertyManager*, int> _browsersByManager;
 };
 
-/// Makes editors for the properties of managers of type `PropertyManager`, and keeps them in step with the managers.
+/// Makes editors for the properties of managers of type `PropertyManager`, and keeps them in step with the
+/// managers.
 ///
-/// A factory for a new type overrides the three protected operations. One factory may serve many managers, and one
-/// manager may be served by several factories, each in a browser of its own.
+/// A factory for a new type overrides the three protected operations. One factory may serve many managers,
+/// and one manager may be served by several factories, each in a browser of its own.
 ///
 /// Thread: GUI thread.
 template <class PropertyManager>
@@ -242,7 +246,8 @@ private:
     QHash<const QObject*, PropertyManager*> _managers;
 };
 
-/// The place of one property in one browser. A property has one item for each place where the browser shows it.
+/// The place of one property in one browser. A property has one item for each place where the browser shows
+/// it.
 ///
 /// Made and owned by the browser; gone as soon as the property leaves that place.
 ///
@@ -271,9 +276,9 @@ private:
 
 /// Shows properties with their sub-properties; a subclass decides how that looks.
 ///
-/// First call setFactoryForManager() for each manager whose properties are to be edited, then addProperty(): a
-/// property added before its factory is shown without an editor. The browser borrows managers, factories and
-/// properties; each may be deleted before it.
+/// First call setFactoryForManager() for each manager whose properties are to be edited, then addProperty():
+/// a property added before its factory is shown without an editor. The browser borrows managers, factories
+/// and properties; each may be deleted before it.
 ///
 /// Thread: GUI thread.
 class QtAbstractPropertyBrowser : public QWidget
@@ -294,7 +299,8 @@ public:
     /// Removes all properties from this browser.
     void clear();
 
-    /// Has `factory` make the editors for the properties of `manager` in this browser, instead of any factory before.
+    /// Has `factory` make the editors for the properties of `manager` in this browser, instead of any factory
+    /// before.
     template <class PropertyManager>
     void setFactoryForManager(PropertyManager* manager, QtAbstractEditorFactory<PropertyManager>* factory)
     {
@@ -303,8 +309,8 @@ public:
         useFactory(manager, factory);
     }
 
-    /// Makes no more editors for the properties of `manager` in this browser. The factory gives the manager up
-    /// when no other browser uses it for that manager.
+    /// Makes no more editors for the properties of `manager` in this browser. The factory gives the manager
+    /// up when no other browser uses it for that manager.
     void unsetFactoryForManager(QtAbstractPropertyManager* manager);
 
     QtBrowserItem* currentItem() const;
@@ -314,7 +320,8 @@ Q_SIGNALS:
     void currentItemChanged(QtBrowserItem* item);
 
 public Q_SLOTS:
-    /// Shows `property` at the end of the top level. Returns its item, or null when it was null or shown there already.
+    /// Shows `property` at the end of the top level. Returns its item, or null when it was null or shown
+    /// there already.
     QtBrowserItem* addProperty(QtProperty* property);
     /// Shows `property` at top level behind `afterProperty`, or first when that is null or not shown there.
     /// Returns its item, or null when `property` was null or shown there already.
@@ -325,7 +332,8 @@ public Q_SLOTS:
 protected:
     /// `item` is now in the lists of this browser, behind `afterItem` (null: first under its parent).
     virtual void itemInserted(QtBrowserItem* item, QtBrowserItem* afterItem) = 0;
-    /// `item`, whose children have been removed before it, is no longer in the lists and is about to be deleted.
+    /// `item`, whose children have been removed before it, is no longer in the lists and is about to be
+    /// deleted.
     virtual void itemRemoved(QtBrowserItem* item) = 0;
     /// Something shown of the property of `item` has changed.
     virtual void itemChanged(QtBrowserItem* item) = 0;

@@ -13,9 +13,9 @@
 
 /// Keeps whole numbers within a range of their own each.
 ///
-/// A new property has the value 0, no limits but those of int, a single step of 1 and may be edited. Asked about a
-/// property of another manager, every operation returns 0 or false, and setting does nothing.
-/// Signals come after the value or the range has changed, and never when it stays the same.
+/// A new property has the value 0, no limits but those of int, a single step of 1 and may be edited. Asked
+/// about a property of another manager, every operation returns 0 or false, and setting does nothing. Signals
+/// come after the value or the range has changed, and never when it stays the same.
 ///
 /// Thread: GUI thread.
 class QtIntPropertyManager : public QtAbstractPropertyManager
@@ -74,8 +74,8 @@ private:
 
 /// Keeps a choice from a list of names, with a picture for each where given.
 ///
-/// A new property has no names and the value -1. Asked about a property of another manager, value() returns -1 and
-/// the other operations return something empty; setting does nothing.
+/// A new property has no names and the value -1. Asked about a property of another manager, value() returns
+/// -1 and the other operations return something empty; setting does nothing.
 ///
 /// Thread: GUI thread.
 class QtEnumPropertyManager : public QtAbstractPropertyManager
