@@ -45,13 +45,16 @@ function(add_host_app name)
     install(TARGETS ${name}App LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
 endfunction()
 
+# The test programs that are worth running under the thread sanitizer.
+add_custom_target(threaded_tests)
+
 # add_host_test(NAME
 #     SOURCES file...
 #     [LIBRARIES target...]
 #     [QT]            the test has Qt meta-objects and makes its own application object in main()
 #     [SERIAL]        its cases share something (a folder, a socket): they run one at a time
 #     [TIMEOUT s]     per case, 60 s unless said otherwise
-#     [LABELS word...])
+#     [LABELS word...])   core, camera and simulator are also run under the thread sanitizer
 #
 # Every GoogleTest case is a ctest case, run without a display. The program gets a folder of its own, so that what it looks for
 # beside its executable is what the test put there. Without QT, GoogleTest's own main() is linked.
@@ -75,6 +78,9 @@ function(add_host_test name)
     endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
+    endif()
+    if("core" IN_LIST arg_LABELS OR "camera" IN_LIST arg_LABELS OR "simulator" IN_LIST arg_LABELS)
+        add_dependencies(threaded_tests ${name})
     endif()
     set(properties TIMEOUT ${arg_TIMEOUT} ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     if(arg_LABELS)

@@ -10,6 +10,8 @@ namespace {
 template<typename Pixel>
 void composeRows(QImage& target, const QImage& left, const QImage& right, Pixel pixel)
 {
+    if (target.size() != left.size() || target.format() != QImage::Format_RGB32)
+        target = QImage(left.size(), QImage::Format_RGB32);
     const int width = target.width();
     for (int y = 0; y < target.height(); ++y) {
         const unsigned char* const fromLeft = left.constScanLine(y);
@@ -28,15 +30,13 @@ void composePicture(QImage& target, CellContent content, const PicturePair& pair
     const QImage right = pair.Right();
     if (left.isNull())
         return;
-    if (target.size() != left.size())
-        target = QImage(left.size(), QImage::Format_RGB32);
 
     switch (content) {
     case CellContent::Left:
-        composeRows(target, left, right, [](unsigned char l, unsigned char) { return greyPixel(l); });
+        target = left;
         break;
     case CellContent::Right:
-        composeRows(target, left, right, [](unsigned char, unsigned char r) { return greyPixel(r); });
+        target = right;
         break;
     case CellContent::Anaglyph:
         composeRows(target, left, right, anaglyphPixel);

@@ -9,11 +9,9 @@
 
 class PicturePair;
 
-/// Writes what a cell shows of `pair` into `target`, in the format that Qt scales fastest. `target` keeps its memory
-/// while the size stays the same. Does nothing for a pair without pictures.
-///
-/// Grey pictures are spread to 32 bits here rather than drawn as they are: scaling is what costs, and Qt scales 8-bit
-/// grey about three times more slowly than spreading and then scaling takes together.
+/// Makes `target` what a cell shows of `pair`: a grey picture as it lies in the pair's memory, nothing copied and
+/// nothing converted, so that it is good for as long as the pair keeps it; or a coloured mix of both pictures, in
+/// memory that `target` keeps while the size stays the same. Does nothing for a pair without pictures.
 void composePicture(QImage& target, CellContent content, const PicturePair& pair);
 
 /// Left on red, right on green and blue.
@@ -26,9 +24,4 @@ constexpr quint32 anaglyphPixel(unsigned char left, unsigned char right)
 constexpr quint32 differencePixel(unsigned char left, unsigned char right)
 {
     return 0xFF000000U | static_cast<quint32>(left > right ? left - right : right - left) * 0x010101U;
-}
-
-constexpr quint32 greyPixel(unsigned char grey)
-{
-    return 0xFF000000U | static_cast<quint32>(grey) * 0x010101U;
 }

@@ -53,11 +53,20 @@ TEST_F(PictureComposer, DifferenceIsTheDistanceEitherWay)
     EXPECT_EQ(differencePixel(0, 255), qRgb(255, 255, 255));
 }
 
-TEST_F(PictureComposer, KeepsItsMemoryForTheSameSize)
+TEST_F(PictureComposer, GreyPicturesAreShownAsTheyLieInThePair)
 {
     composePicture(target, CellContent::Left, pair);
-    const unsigned char* const memory = target.constBits();
+    EXPECT_EQ(target.format(), QImage::Format_Grayscale8);
+    EXPECT_EQ(target.constBits(), pair.Left().constBits());
+    composePicture(target, CellContent::Right, pair);
+    EXPECT_EQ(target.constBits(), pair.Right().constBits());
+}
+
+TEST_F(PictureComposer, MixedPicturesKeepTheirMemoryForTheSameSize)
+{
     composePicture(target, CellContent::Anaglyph, pair);
+    const unsigned char* const memory = target.constBits();
+    composePicture(target, CellContent::Difference, pair);
     EXPECT_EQ(target.constBits(), memory);
 }
 
