@@ -24,25 +24,13 @@ function(add_host_library name type)
         if(NOT VYR_SANITIZE) # whose run-time library comes with the program, not with each library
             target_link_options(${name} PRIVATE "LINKER:--no-undefined")
         endif()
-        install(TARGETS ${name} LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
+        install(TARGETS ${name} EXPORT VYRDashboardTargets LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
     endif()
     foreach(header IN LISTS arg_HEADERS)
         file(RELATIVE_PATH room_path "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
         get_filename_component(room "${room_path}" DIRECTORY)
         install(FILES "${header}" DESTINATION "${VYR_INSTALL_INCLUDE_DIR}/${room}")
     endforeach()
-endfunction()
-
-# add_host_app(NAME SOURCES file... [LIBRARIES target...])
-#
-# Builds NAMEApp.so, an app that the host finds beside its executable. Sources may hold Qt meta-objects and resources.
-function(add_host_app name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
-    add_library(${name}App MODULE ${arg_SOURCES})
-    set_target_properties(${name}App PROPERTIES PREFIX "" BUILD_RPATH "$ORIGIN")
-    target_link_libraries(${name}App PRIVATE VYRApps ${arg_LIBRARIES})
-    host_use_qt_generators(${name}App)
-    install(TARGETS ${name}App LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
 endfunction()
 
 # The test programs that are worth running under the thread sanitizer.
@@ -83,6 +71,10 @@ function(add_host_test name)
         add_dependencies(threaded_tests ${name})
     endif()
     set(properties TIMEOUT ${arg_TIMEOUT} ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    if(VYR_SANITIZE MATCHES "thread")
+        list(APPEND properties ENVIRONMENT_MODIFICATION
+            "TSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/thread-sanitizer.supp")
+    endif()
     if(arg_LABELS)
         list(APPEND properties LABELS "${arg_LABELS}")
     endif()
@@ -98,9 +90,4 @@ function(add_host_benchmark name)
     add_executable(${name} ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench")
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} benchmark::benchmark_main)
-endfunction()
-
-# Qt's code generators, on for the targets that use Qt.
-function(host_use_qt_generators name)
-    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
 endfunction()
