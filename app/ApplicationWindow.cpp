@@ -158,7 +158,8 @@ void ApplicationWindow::onMenuAction(int actionID)
         openSettingsDialog(settingsTab(actionID));
         break;
     case MenuAbout:
-        QMessageBox::about(this, tr("About VYR Dashboard"), aboutText());
+        QMessageBox::about(this, tr("About VYR Dashboard"),
+                           aboutText(!AppSettings::instance().useDarkSkin));
         break;
     case MenuDocumentation:
         QDesktopServices::openUrl(documentationUrl());

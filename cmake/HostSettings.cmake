@@ -22,7 +22,6 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 # runs exactly as an installed tree does, and a camera library dropped into the folder is the one in use.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 set(CMAKE_INSTALL_RPATH "$ORIGIN")
 add_link_options("LINKER:--enable-new-dtags")
 set(VYR_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/vyr-dashboard")

@@ -9,7 +9,7 @@ packages=(
     qtbase5-dev libconfig++-dev
     libopencv-calib3d-dev libopencv-core-dev libopencv-imgcodecs-dev libopencv-imgproc-dev libopencv-videoio-dev
     fonts-open-sans xauth xvfb
-    libbenchmark-dev libgmock-dev libgtest-dev
+    libgmock-dev libgtest-dev
 )
 
 # Installs the Debian packages of the list that are missing, and says which.
