@@ -3,13 +3,13 @@
 
 #include "Observer.h"
 
+#include "ScreenPicture.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QStatusBar>
-#include <QWindow>
 
 #include <cstdio>
 #include <cstdlib>
@@ -44,11 +44,6 @@ double frameRateIn(const QString& status)
 {
     static const QRegularExpression pattern("FPS: +([0-9.]+)");
     return pattern.match(status).captured(1).toDouble();
-}
-
-QImage screenPicture(const QMainWindow& window)
-{
-    return window.windowHandle()->screen()->grabWindow(window.winId()).toImage();
 }
 
 QImage centralPicture(const QMainWindow& window)
@@ -92,7 +87,7 @@ void Observer::finish(QMainWindow& window, const QString& status)
         std::fprintf(stderr, "Cannot write %s\n", qPrintable(_pictureFile));
     std::printf("%s\n", status.toUtf8().constData());
     std::fflush(stdout);
-    window.close();
+    emit taken(&window);
 }
 
 void Observer::giveUp(const QString& status)

@@ -11,8 +11,8 @@
 class QMainWindow;
 
 /// Looks at the program's main window a few times a second. Once the status bar tells a frame rate and the picture in
-/// the central area moves, saves what is on the screen, prints the status text on standard output and closes the
-/// window. After a minute without that, says what it saw and ends the process with status 1.
+/// the central area moves, saves what is on the screen and prints the status text on standard output. After a minute
+/// without that, says what it saw and ends the process with status 1.
 /// Thread: GUI thread.
 class Observer : public QObject
 {
@@ -20,6 +20,10 @@ class Observer : public QObject
 
 public:
     explicit Observer(const QString& pictureFile, QObject* parent = nullptr);
+
+signals:
+    /// The picture of the window has been taken; once.
+    void taken(QMainWindow* window);
 
 private:
     void look();
