@@ -9,6 +9,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 void addRow(QTreeWidgetItem* device, const QString& title, const QString& value)
@@ -24,7 +26,11 @@ DevicesTab::DevicesTab(const VYRCameraDevice* camera, QWidget* parent)
     auto* tree = new QTreeWidget(this);
     tree->setColumnCount(2);
     tree->setHeaderLabels({tr("Title"), tr("Details")});
-    tree->setColumnWidth(0, 200);
+    const int scale = scaleOfScreen(logicalDpiX());
+    tree->setColumnWidth(0, 200 * scale);
+    if (scale > 1) {
+        tree->setMinimumWidth(500 * scale); // or the wider titles would leave no room for the values
+    }
     auto* device = new QTreeWidgetItem(tree, QStringList(tr("VYR Device")));
     device->setFlags(Qt::ItemIsEnabled);
     addRow(device, tr("Device Name"), camera->DeviceName());
@@ -37,4 +43,9 @@ DevicesTab::DevicesTab(const VYRCameraDevice* camera, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(tr("Available Devices"), this));
     layout->addWidget(tree);
+}
+
+int DevicesTab::scaleOfScreen(int dotsPerInch)
+{
+    return std::max(1, qRound(dotsPerInch / 96.0));
 }

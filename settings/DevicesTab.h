@@ -17,4 +17,8 @@ class DevicesTab : public QWidget
 public:
     /// Reads the values from `camera`, which is open, and does not keep it.
     explicit DevicesTab(const VYRCameraDevice* camera, QWidget* parent = nullptr);
+
+    /// How many pixels a screen takes for one of a usual screen, with 96 dots per inch: a whole number, so that
+    /// screens which are only about usual count as such.
+    static int scaleOfScreen(int dotsPerInch);
 };

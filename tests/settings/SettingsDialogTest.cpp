@@ -6,6 +6,7 @@
 #include <app/AppSettings.h>
 #include <apps/HostEnvironmentInterface.h>
 #include <camera/VYRCameraDevice.h>
+#include <settings/DevicesTab.h>
 #include <settings/ResolutionSettings.h>
 #include <settings/ResolutionVisualization.h>
 #include <settings/SettingsDialog.h>
@@ -319,6 +320,15 @@ TEST_F(SettingsDialogTest, DevicesTabShowsTheIdentityOfTheCamera)
     }
     EXPECT_EQ(rows.join('|'), QStringLiteral("Device Name=Stereo|Serial Number=4711|Firmware Version=1.2|"
                                              "Firmware Build Time=Monday|Software Version=3.4"));
+}
+
+TEST(DevicesTabTest, ColumnsAreWiderOnFinerScreensOnly)
+{
+    EXPECT_EQ(DevicesTab::scaleOfScreen(40), 1);
+    EXPECT_EQ(DevicesTab::scaleOfScreen(96), 1);
+    EXPECT_EQ(DevicesTab::scaleOfScreen(120), 1);
+    EXPECT_EQ(DevicesTab::scaleOfScreen(192), 2);
+    EXPECT_EQ(DevicesTab::scaleOfScreen(288), 3);
 }
 
 TEST_F(SettingsDialogTest, SoftwareVersionIsEmptyWhenTheLibraryHasNone)
