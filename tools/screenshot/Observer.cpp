@@ -40,6 +40,12 @@ QString statusText(const QMainWindow& window)
     return QString();
 }
 
+/// Whether the simulator was told to be a camera.
+bool isCameraWanted()
+{
+    return qgetenv("VYR_SOURCE") != "none";
+}
+
 double frameRateIn(const QString& status)
 {
     static const QRegularExpression pattern("FPS: +([0-9.]+)");
@@ -67,6 +73,8 @@ void Observer::look()
 {
     QMainWindow* const window = mainWindow();
     const QString status = window != nullptr ? statusText(*window) : QString();
+    if (status.contains("No VYR Camera Found"))
+        return isCameraWanted() ? giveUp(status) : finish(*window, status);
     if (_elapsed.elapsed() > patience)
         return giveUp(status);
     if (frameRateIn(status) <= 0.0)
@@ -92,6 +100,7 @@ void Observer::finish(QMainWindow& window, const QString& status)
 
 void Observer::giveUp(const QString& status)
 {
-    std::fprintf(stderr, "No live frames after %lld s; status text: \"%s\"\n", patience / 1000, qPrintable(status));
-    std::exit(1);
+    std::fprintf(stderr, "No live frames after %lld s; status text: \"%s\"\n", _elapsed.elapsed() / 1000,
+                 qPrintable(status));
+    std::_Exit(1); // frames may be on their way: nothing is torn down under them
 }

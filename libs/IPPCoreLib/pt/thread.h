@@ -51,7 +51,8 @@ private:
     static void* entry(void* object);
     void epilogue();
 
-    std::atomic<pthread_t> _handle{0}; ///< 0 before the start and after the wait; relaxed: it names, it does not publish
+    /// 0 before the start and after the wait. Relaxed: it names a thread, it does not publish anything.
+    std::atomic<pthread_t> _handle{0};
     // Flag words, changed through exchange_flag() only.
     int _autofree;
     int _started = 0;
