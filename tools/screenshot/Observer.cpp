@@ -10,6 +10,8 @@
 #include <QMainWindow>
 #include <QRegularExpression>
 #include <QStatusBar>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 
 #include <cstdio>
 #include <cstdlib>
@@ -44,6 +46,12 @@ QString statusText(const QMainWindow& window)
 bool isCameraWanted()
 {
     return qgetenv("VYR_SOURCE") != "none";
+}
+
+/// A coloured status text is rich text, a plain one is taken as it stands, its runs of spaces included.
+QString withoutMarkUp(const QString& status)
+{
+    return Qt::mightBeRichText(status) ? QTextDocumentFragment::fromHtml(status).toPlainText() : status;
 }
 
 double frameRateIn(const QString& status)
@@ -93,7 +101,7 @@ void Observer::finish(QMainWindow& window, const QString& status)
     _timer.stop();
     if (!screenPicture(window).save(_pictureFile))
         std::fprintf(stderr, "Cannot write %s\n", qPrintable(_pictureFile));
-    std::printf("%s\n", status.toUtf8().constData());
+    std::printf("%s\n", withoutMarkUp(status).toUtf8().constData());
     std::fflush(stdout);
     emit taken(&window);
 }
