@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QElapsedTimer>
@@ -33,6 +34,8 @@
 #include <QTest>
 #include <QUrl>
 
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -833,6 +836,80 @@ TEST_F(ApplicationWindowTest, CancellingTheDialogChangesNothing)
     EXPECT_TRUE(TestApps::logged("stop").isEmpty());
     EXPECT_FALSE(QFile::exists(settingsFilePath()));
     EXPECT_EQ(window->findChildren<SettingsDialog*>().size(), 0);
+}
+
+/// Chooses the binning that stands first in the list of the dialog's Camera tab.
+void chooseFirstBinning(const SettingsDialog& dialog)
+{
+    auto* const binnings = dialog.findChild<QComboBox*>();
+    ASSERT_NE(binnings, nullptr);
+    QTest::keyClick(binnings, Qt::Key_Home);
+}
+
+TEST_F(ApplicationWindowTest, ModeChangeWithThirtyOneFramesQueuedIsInForceWithTheNextStart)
+{
+    openWithTwoApps();
+    VYRCameraDevice* const camera = window->cameraDevice();
+    camera->StartProcessing();
+    for (std::uint32_t timestamp = 0; timestamp < 40; ++timestamp) {
+        FakeVYR::emitFrame(timestamp);
+    }
+    ASSERT_EQ(camera->Size(), 31);
+    inDialog([&](SettingsDialog& dialog) {
+        chooseFirstBinning(dialog);
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    trigger("&Settings", "Camera");
+    EXPECT_EQ(window->currentResolution().width, 640);
+    EXPECT_EQ(window->currentResolution().binning, 0);
+
+    camera->OutputQueue().Clear();
+    camera->StartProcessing();
+    FakeVYR::emitFrame(100);
+    EXPECT_EQ(camera->Size(), 1);
+    EXPECT_EQ(camera->ResolutionKey(), "R640x480_B1x1");
+    int free = 0;
+    while (camera->FrameCache().Acquire() != nullptr) {
+        ++free;
+    }
+    EXPECT_EQ(free, 31) << "all but the frame that is queued";
+}
+
+TEST_F(ApplicationWindowTest, DialogIsUsableWhileFramesArriveAtTwoHundredPerSecond)
+{
+    openWithTwoApps();
+    VYRCameraDevice* const camera = window->cameraDevice();
+    camera->StartProcessing();
+    std::atomic<bool> stop{false};
+    std::atomic<std::uint32_t> frames{0};
+    std::thread library([&] {
+        auto next = std::chrono::steady_clock::now();
+        while (!stop) {
+            FakeVYR::emitFrame(50 * frames++);
+            next += std::chrono::milliseconds(5);
+            std::this_thread::sleep_until(next);
+        }
+    });
+    std::thread consumer([&] {
+        while (!stop) {
+            if (NodeData* const frame = camera->OutputQueue().Pop(5)) {
+                frame->Release();
+            }
+        }
+    });
+    inDialog([&](SettingsDialog& dialog) {
+        const std::uint32_t opened = frames;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return frames > opened + 100; }, 20'000));
+        chooseFirstBinning(dialog);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return frames > opened + 200; }, 20'000));
+        EXPECT_EQ(dialog.findChild<QComboBox*>()->currentText(), "1x1");
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    trigger("&Settings", "Camera");
+    stop = true;
+    library.join();
+    consumer.join();
+    EXPECT_EQ(window->currentResolution().width, 640);
 }
 
 // The skin.
