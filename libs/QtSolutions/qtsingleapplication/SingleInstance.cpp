@@ -20,8 +20,9 @@ constexpr int longestFolder = 60;
 
 /// The folder of this user for locks and sockets, made if there is none, or empty.
 ///
-/// It does not depend on the session: an instance started from a terminal, from the desktop or by a service has
-/// to meet the others. The place is open to everybody, so a folder that somebody else has put there is not used.
+/// It lies in the folder for temporary files, which sessions share: an instance started from a terminal, from
+/// the desktop or by a service meets the others. Only a TMPDIR of its own sets one apart, by accident or on
+/// purpose. The place is open to everybody, so a folder that somebody else has put there is not used.
 QString userFolder()
 {
     const QString name = QStringLiteral("/qtsingleapplication-%1").arg(::geteuid());
