@@ -44,7 +44,9 @@ bool AppManager::loadApps()
 
 bool AppManager::loadAppsFrom(const QDir& folder)
 {
-    const QStringList names = folder.entryList({QStringLiteral("*App.so")}, QDir::Files);
+    // The case of the pattern counts; the order is still by name without regard to case.
+    const auto files = QDir::Files | QDir::CaseSensitive;
+    const QStringList names = folder.entryList({QStringLiteral("*App.so")}, files);
     for (const QString& name : names) {
         QPluginLoader loader(folder.absoluteFilePath(name));
         loader.load();

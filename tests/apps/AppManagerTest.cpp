@@ -223,6 +223,14 @@ TEST_F(AppManagerTest, VisitsNeitherOtherNamesNorFolders)
     EXPECT_TRUE(TestApps::log().isEmpty());
 }
 
+TEST_F(AppManagerTest, VisitsNoNamesOfAnotherCase)
+{
+    install("One", "oneapp.so");
+    install("Two", "TwoApp.SO");
+    EXPECT_FALSE(load());
+    EXPECT_TRUE(TestApps::log().isEmpty());
+}
+
 TEST_F(AppManagerTest, SkipsWhatIsNoPlugIn)
 {
     install("NoPlugin", "aApp.so");
