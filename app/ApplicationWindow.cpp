@@ -59,7 +59,12 @@ ApplicationWindow::ApplicationWindow()
 
 ApplicationWindow::~ApplicationWindow()
 {
-    // Before anything that its callback thread or an app's node could still reach.
+    // A program that leaves its event loop without closing the window has an app that still runs.
+    if (!_closed) {
+        _frameTimer.stop();
+        stopCurrentApp();
+    }
+    // The camera's callback thread ends before the docks and fields that it reaches are gone.
     _camera.reset();
 }
 
@@ -183,6 +188,7 @@ bool ApplicationWindow::event(QEvent* event)
 
 void ApplicationWindow::closeEvent(QCloseEvent* event)
 {
+    _closed = true;
     _frameTimer.stop();
     stopCurrentApp();
     _camera->StopProcessing();

@@ -118,6 +118,7 @@ protected:
 
     void TearDown() override
     {
+        TestApps::setProbe(TestApps::note); // others look at the window, which is about to go
         window.reset();
         tidy();
         qApp->setStyleSheet(QString());
@@ -1132,6 +1133,31 @@ TEST_F(ApplicationWindowTest, ClosingTheLastWindowEndsTheEventLoop)
     QObject::connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
     watchdog.start(limit);
     EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(ApplicationWindowTest, DestructionWithoutClosingStopsTheAppWhileTheCameraIsThere)
+{
+    openWithTwoApps();
+    window->cameraDevice()->StartProcessing();
+    FakeVYR::clearCalls();
+    TestApps::setProbe([](const char* app, const char* operation) {
+        TestApps::log().append(QString("%1.%2 calls=%3").arg(app, operation).arg(FakeVYR::calls().size()));
+    });
+    TestApps::log().clear();
+    window.reset();
+    EXPECT_EQ(TestApps::log(), QStringList("One.stop calls=0"));
+    ASSERT_FALSE(FakeVYR::calls().empty());
+    EXPECT_EQ(FakeVYR::calls().back(), "CloseVYR");
+}
+
+TEST_F(ApplicationWindowTest, DestructionAfterClosingDoesNotStopTheAppAgain)
+{
+    openWithTwoApps();
+    window->show();
+    TestApps::log().clear();
+    EXPECT_TRUE(window->close());
+    window.reset();
+    EXPECT_EQ(TestApps::log(), QStringList("One.stop"));
 }
 
 TEST_F(ApplicationWindowTest, DestructionClosesTheCameraAndLeavesTheAppsLoaded)
