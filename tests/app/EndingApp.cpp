@@ -4,7 +4,9 @@
 #include "EndingApp.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
+#include <QMainWindow>
 #include <QTimer>
 
 void EndingApp::initialize(HostEnvironmentInterface*)
@@ -38,13 +40,35 @@ QIcon EndingApp::icon()
 
 void EndingApp::start()
 {
-    QTimer::singleShot(0, this, [] {
-        if (TEST_APP_EXITS != 0) {
+    QTimer::singleShot(0, this, [this] {
+        if (name() == QStringLiteral("Exit")) {
             QCoreApplication::exit(7);
+        } else if (name() == QStringLiteral("Minimised")) {
+            minimiseWindow();
         } else {
             QApplication::closeAllWindows();
         }
     });
+}
+
+void EndingApp::minimiseWindow()
+{
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QMainWindow*>(window) != nullptr) {
+            window->showMinimized();
+            window->installEventFilter(this);
+        }
+    }
+    QFile sign(QCoreApplication::applicationDirPath() + "/minimised");
+    sign.open(QIODevice::WriteOnly);
+}
+
+bool EndingApp::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::WindowStateChange && !qobject_cast<QWidget*>(watched)->isMinimized()) {
+        QCoreApplication::exit(9);
+    }
+    return false;
 }
 
 void EndingApp::stop()

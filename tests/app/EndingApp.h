@@ -7,8 +7,10 @@
 
 #include <QObject>
 
-/// Ends its host as soon as its event loop runs: closes all windows, or leaves the event loop with 7. When it is
-/// stopped it removes the settings file, so that one found later was written afterwards.
+/// Ends its host as soon as its event loop runs: as "Close" it closes all windows, as "Exit" it leaves the
+/// event loop with 7. As "Minimised" it minimises the window, makes a file "minimised" beside the program, and
+/// leaves the event loop with 9 once somebody has restored the window. When it is stopped it removes the
+/// settings file, so that one found later was written afterwards.
 class EndingApp : public QObject, public AppInterface
 {
     Q_OBJECT
@@ -28,4 +30,9 @@ public:
     void update() override;
     bool handleKeyEvent(QEvent* event) override;
     QWidget* createSettingsWidget(QWidget* parent) override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void minimiseWindow();
 };

@@ -166,6 +166,16 @@ TEST_F(ProgramTest, ASecondStartEndsWithOneWhenTheFirstDoesNotAnswerWithinFiveSe
     EXPECT_LT(time.elapsed(), 15000);
 }
 
+TEST_F(ProgramTest, ASecondStartBringsTheMinimisedWindowOfTheFirstBack)
+{
+    TestApps::install("Minimised", folder(), "MinimisedApp.so");
+    QProcess& first = startFirst();
+    ASSERT_TRUE(waitFor([&] { return QFileInfo::exists(folder().filePath("minimised")); }));
+    ASSERT_TRUE(runs(first));
+    EXPECT_EQ(exitCode(start()), 0);
+    EXPECT_EQ(exitCode(first), 9);
+}
+
 TEST_F(ProgramTest, ASecondStartTouchesNoSettings)
 {
     QProcess& first = startFirst();
