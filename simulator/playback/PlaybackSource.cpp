@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t decodedAhead = 8;
+constexpr int mostFailures = 100; // in a row
 constexpr const char* calibrationName = "stereo.yml";
 
 std::unique_ptr<Recording> openRecording(const fs::path& path)
@@ -36,8 +37,13 @@ std::unique_ptr<Recording> openRecording(const fs::path& path)
 } // namespace
 
 PlaybackSource::PlaybackSource(const fs::path& path)
+    : PlaybackSource(path, openRecording(path))
+{
+}
+
+PlaybackSource::PlaybackSource(const fs::path& path, std::unique_ptr<Recording> recording)
     : _path(path)
-    , _recording(openRecording(path))
+    , _recording(std::move(recording))
 {
     const RecordedPair first = _recording->read();
     const SensorFit leftFit(first.left.size());
@@ -93,22 +99,31 @@ bool PlaybackSource::next(const PictureRequest& request, StereoPicture& picture)
 
 void PlaybackSource::decode()
 {
-    while (!_recording->isExhausted()) {
+    int failures = 0;
+    while (!_recording->isExhausted() && failures < mostFailures && !isStopping()) {
         RecordedPair pair;
         try {
             pair = readPair();
         } catch (const std::exception& problem) {
+            ++failures;
+            const bool ends = _recording->isExhausted() || failures == mostFailures;
             std::fprintf(stderr, "libVYR: %s; %s\n", problem.what(),
-                         _recording->isExhausted() ? "the recording ends" : "the recording goes on without it");
+                         ends ? "the recording ends" : "the recording goes on without it");
             continue;
         }
+        failures = 0;
         std::unique_lock<std::mutex> lock(_mutex);
         _changed.wait(lock, [this] { return _stopping || _decoded.size() < decodedAhead; });
-        if (_stopping) {
-            return;
+        if (!_stopping) {
+            _decoded.push_back(std::move(pair));
         }
-        _decoded.push_back(std::move(pair));
     }
+}
+
+bool PlaybackSource::isStopping()
+{
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _stopping;
 }
 
 RecordedPair PlaybackSource::readPair()

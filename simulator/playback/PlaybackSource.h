@@ -21,11 +21,15 @@ namespace simulator {
 /// Shows one recorded pair per frame, whatever the frame rate: none is left out, and after the last comes the first.
 ///
 /// A thread of its own decodes up to eight pairs ahead. Where it cannot keep up the frame is missed, not repeated.
+/// It says on standard error which pairs it cannot read, and ends the recording after a hundred failures in a row.
 class PlaybackSource : public Source
 {
 public:
     /// Opens the recording and decodes its first pair. Throws UnreadableRecording when one of the two fails.
     explicit PlaybackSource(const std::filesystem::path& path);
+
+    /// Plays a recording that is open already, named and calibrated after `path`. Throws like the other.
+    PlaybackSource(const std::filesystem::path& path, std::unique_ptr<Recording> recording);
     ~PlaybackSource() override;
 
     std::string deviceName() const override;
@@ -38,6 +42,7 @@ public:
 private:
     void decode();
     RecordedPair readPair();
+    bool isStopping();
 
     std::filesystem::path _path;
     std::unique_ptr<Recording> _recording;        ///< the decoding thread's, once that runs
