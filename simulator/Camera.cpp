@@ -8,6 +8,9 @@
 #include "ModeTable.h"
 #include "TickSchedule.h"
 
+#include <cstdio>
+#include <exception>
+#include <memory>
 #include <utility>
 
 namespace simulator {
@@ -22,6 +25,20 @@ VYRResolutionInfo firstMode()
     VYRResolutionInfo mode = {};
     enumerateModes(&mode, 1, -1, -1, -1, -1.0F);
     return mode;
+}
+
+/// The next frame; null, as for one that the source misses, when making it fails. That is told once a stream.
+VYRFrame1* makeFrame(FrameMaker& maker, double seconds, const Controls& settings, bool& told)
+{
+    try {
+        return maker.make(seconds, settings);
+    } catch (const std::exception& problem) {
+        if (!told) {
+            std::fprintf(stderr, "libVYR: a frame is missed: %s\n", problem.what());
+            told = true;
+        }
+        return nullptr;
+    }
 }
 
 } // namespace
@@ -68,9 +85,17 @@ bool Camera::start(FrameCallback callback, void* userData)
         _streamingMode = _mode;
         streamingMode = _mode;
     }
-    _thread = std::thread([self = shared_from_this(), streamingMode, callback, userData] {
-        self->stream(streamingMode, callback, userData);
-    });
+    try {
+        auto maker = std::make_unique<FrameMaker>(streamingMode, *_source, _ring);
+        const float fps = streamingMode.fps;
+        _thread = std::thread([self = shared_from_this(), maker = std::move(maker), fps, callback, userData] {
+            self->stream(*maker, fps, callback, userData);
+        });
+    } catch (const std::exception& problem) { // no memory, or no more threads
+        std::fprintf(stderr, "libVYR: cannot start the stream: %s\n", problem.what());
+        forgetStreamingMode();
+        return false;
+    }
     return true;
 }
 
@@ -120,14 +145,20 @@ bool Camera::isStreamingThread() const
     return _streamingThread == std::this_thread::get_id();
 }
 
-void Camera::stream(const VYRResolutionInfo& mode, FrameCallback callback, void* userData)
+void Camera::forgetStreamingMode()
+{
+    const std::lock_guard<std::mutex> lock(_settingsMutex);
+    _streamingMode.reset();
+}
+
+void Camera::stream(FrameMaker& maker, float fps, FrameCallback callback, void* userData)
 {
     _streamingThread = std::this_thread::get_id();
 
-    FrameMaker maker(mode, *_source, _ring);
-    const TickSchedule schedule(monotonicNow(), static_cast<double>(mode.fps));
+    const TickSchedule schedule(monotonicNow(), static_cast<double>(fps));
     std::int64_t delivered = 0;
     std::int64_t tick = 0;
+    bool told = false;
     while (!_stopping) {
         const std::int64_t due = schedule.due(tick);
         sleepUntil(due, _stopping);
@@ -137,7 +168,7 @@ void Camera::stream(const VYRResolutionInfo& mode, FrameCallback callback, void*
         const std::int64_t age = due - _opened;
         const double seconds = static_cast<double>(age) * 1e-9;
         const Controls settings = controls();
-        if (VYRFrame1* const frame = maker.make(seconds, settings)) {
+        if (VYRFrame1* const frame = makeFrame(maker, seconds, settings, told)) {
             frame->timestamp = static_cast<std::uint32_t>(age / timestampUnit);
             frame->frameCounter = static_cast<std::uint32_t>(tick);
             if (delivered++ % framesPerSensorReading == 0) {
@@ -149,8 +180,7 @@ void Camera::stream(const VYRResolutionInfo& mode, FrameCallback callback, void*
     }
 
     _streamingThread = std::thread::id(); // which the system may give to another thread from now on
-    const std::lock_guard<std::mutex> lock(_settingsMutex);
-    _streamingMode.reset();
+    forgetStreamingMode();
 }
 
 } // namespace simulator

@@ -22,6 +22,8 @@ namespace simulator {
 
 using FrameCallback = void (*)(const VYRFrameRecord* record, void* userData);
 
+class FrameMaker;
+
 /// An open camera. Owns its source, the memory of its frames and the thread that makes them.
 ///
 /// Held by shared pointers, one of which the streaming thread has: closed from inside its own callback, the camera
@@ -39,7 +41,8 @@ public:
 
     std::string deviceName() const;
 
-    /// Starts the stream in the mode last set, after stopping one that runs. False from inside the callback.
+    /// Starts the stream in the mode last set, after stopping one that runs. False from inside the callback,
+    /// and where the system has no thread or no memory for it.
     bool start(FrameCallback callback, void* userData);
 
     /// Stops the stream and waits for its thread. From inside the callback it only asks the thread to end after it.
@@ -55,7 +58,8 @@ public:
     void setControls(const std::function<void(Controls&)>& change);
 
 private:
-    void stream(const VYRResolutionInfo& mode, FrameCallback callback, void* userData);
+    void stream(FrameMaker& maker, float fps, FrameCallback callback, void* userData);
+    void forgetStreamingMode();
     bool isStreamingThread() const;
     Controls controls() const;
 
