@@ -37,8 +37,7 @@ using namespace std::chrono_literals;
 
 constexpr auto streamInterval = 250ms;
 constexpr auto storeDelay = 1000ms;
-constexpr qint64 histogramInterval = 67;   // ms, 15 a second
-constexpr std::int32_t timingSamples = 15; // frames that the node time is averaged over, at least
+constexpr qint64 histogramInterval = 67; // ms, 15 a second
 
 /// For how many milliseconds frames may stay away before the user is told: a second, or two frames and a half of a slow
 /// mode.
@@ -269,7 +268,7 @@ void StereoViewApp::showFigures()
     StreamFigures figures;
     figures.counts = _node->Counts();
     figures.pictureSize = _shown == nullptr ? QSize() : _shown->Size();
-    figures.nodeMilliseconds = _node->Timing().AverageMilliseconds(timingSamples);
+    figures.nodeMilliseconds = _node->TakeAverageMilliseconds();
     figures.flowing = isFlowing();
     _panel->showFigures(figures);
 }

@@ -32,8 +32,16 @@ void StereoViewNode::Close()
 
 void StereoViewNode::Process(NodeData* item)
 {
+    const auto begin = std::chrono::steady_clock::now();
     // Only the camera node is ever in front of this one.
     ProcessFrame(*static_cast<const StereoFrame*>(item));
+    CountTime(std::chrono::steady_clock::now() - begin);
+}
+
+void StereoViewNode::CountTime(std::chrono::nanoseconds time)
+{
+    _nanoseconds.fetch_add(static_cast<std::uint64_t>(time.count()), relaxed);
+    _timed.fetch_add(1, relaxed);
 }
 
 void StereoViewNode::ProcessFrame(const StereoFrame& frame)
@@ -73,4 +81,18 @@ StreamCounts StereoViewNode::Counts() const
     counts.unreadable = _unreadable.load(relaxed);
     counts.framesPerSecond = _framesPerSecond.load(relaxed);
     return counts;
+}
+
+double StereoViewNode::TakeAverageMilliseconds()
+{
+    constexpr double nanosecondsPerMillisecond = 1e6;
+    const std::uint64_t timed = _timed.load(relaxed);
+    const std::uint64_t nanoseconds = _nanoseconds.load(relaxed);
+    if (timed != _timedBefore) {
+        _averageMilliseconds = static_cast<double>(nanoseconds - _nanosecondsBefore)
+                             / (static_cast<double>(timed - _timedBefore) * nanosecondsPerMillisecond);
+    }
+    _timedBefore = timed;
+    _nanosecondsBefore = nanoseconds;
+    return _averageMilliseconds;
 }

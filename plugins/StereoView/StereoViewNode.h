@@ -6,6 +6,7 @@
 #include <libs/IPPCoreLib/ImageProcessingNodeWithThread.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <optional>
 
@@ -41,7 +42,13 @@ public:
     /// Thread: any thread. Each number is right by itself; together they may be one frame apart.
     StreamCounts Counts() const;
 
+    /// The average time that Process() took since the last call, in milliseconds; when no frame came since then, what
+    /// the last call returned. Timing() counts whole milliseconds, of which copying a pair rarely takes one.
+    /// Thread: GUI thread.
+    double TakeAverageMilliseconds();
+
 private:
+    void CountTime(std::chrono::nanoseconds time);
     void ProcessFrame(const StereoFrame& frame);
     void CountMissed(std::uint32_t frameCounter);
 
@@ -53,4 +60,9 @@ private:
     std::atomic<std::uint64_t> _dropped{0};
     std::atomic<std::uint64_t> _unreadable{0};
     std::atomic<float> _framesPerSecond{0.0F};
+    std::atomic<std::uint64_t> _timed{0};       ///< frames that went through Process()
+    std::atomic<std::uint64_t> _nanoseconds{0}; ///< that they took together
+    std::uint64_t _timedBefore = 0;             ///< both at the last call of TakeAverageMilliseconds(); GUI thread only
+    std::uint64_t _nanosecondsBefore = 0;
+    double _averageMilliseconds = 0.0;
 };
