@@ -232,6 +232,7 @@ void ControlPanel::showFigures(const StreamFigures& figures)
     _frameRate->setText(rateKnown ? QStringLiteral("%1 fps").arg(static_cast<double>(counts.framesPerSecond), 0, 'f', 1)
                                   : noFigure());
     _dropped->setText(wholeNumber(counts.dropped));
+    _dropped->setToolTip(QStringLiteral("%1 frames were shown").arg(wholeNumber(counts.shown)));
     _unreadable->setText(wholeNumber(counts.unreadable));
     _nodeTime->setText(figures.flowing ? QStringLiteral("%1 ms").arg(figures.nodeMilliseconds, 0, 'f', 2) : noFigure());
 }
