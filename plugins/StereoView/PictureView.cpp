@@ -104,11 +104,22 @@ ViewScene PictureView::scene() const
 void PictureView::setViewPoint(const ViewPoint& point)
 {
     _viewPoint = bounded(scene(), point);
-    if (_viewPoint.zoom > 1.0)
-        setCursor(_dragging ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
-    else
-        unsetCursor();
+    updateCursor();
     update();
+}
+
+void PictureView::updateCursor()
+{
+    // Only when it is another one: this is looked at with every frame, and a cursor is the window system's matter.
+    const bool isOurs = testAttribute(Qt::WA_SetCursor);
+    if (_viewPoint.zoom <= 1.0) {
+        if (isOurs)
+            unsetCursor();
+        return;
+    }
+    const Qt::CursorShape hand = _dragging ? Qt::ClosedHandCursor : Qt::OpenHandCursor;
+    if (!isOurs || cursor().shape() != hand)
+        setCursor(hand);
 }
 
 const QImage& PictureView::composed(std::size_t index, CellContent content)

@@ -45,6 +45,7 @@ protected:
 private:
     ViewScene scene() const;
     void setViewPoint(const ViewPoint& point);
+    void updateCursor();
     void paintCells(QPainter& painter);
     void paintMessage(QPainter& painter);
     const QImage& composed(std::size_t index, CellContent content);

@@ -301,6 +301,48 @@ TEST_F(StereoViewApp, WheelZoomsDraggingMovesAndADoubleClickResets)
     EXPECT_EQ(shownAt(middle.x() + 100, middle.y()), light);
 }
 
+/// Counts the events of one type that a widget receives.
+class EventCounter : public QObject
+{
+public:
+    explicit EventCounter(QEvent::Type type)
+        : _type(type)
+    {
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == _type)
+            ++count;
+        return false;
+    }
+
+    int count = 0;
+
+private:
+    const QEvent::Type _type;
+};
+
+TEST_F(StereoViewApp, FramesLeaveTheCursorAlone)
+{
+    host->start();
+    show(40, 200);
+    EventCounter changes(QEvent::CursorChange);
+    view()->installEventFilter(&changes);
+    for (int i = 0; i < 5; ++i)
+        show(40 + i, 200);
+    EXPECT_EQ(changes.count, 0);
+    turnWheel(view()->rect().center(), 3);
+    EXPECT_EQ(changes.count, 1);
+    for (int i = 0; i < 5; ++i)
+        show(40 + i, 200);
+    turnWheel(view()->rect().center(), 1);
+    EXPECT_EQ(changes.count, 1) << "zoomed in further";
+    turnWheel(view()->rect().center(), -10);
+    EXPECT_EQ(changes.count, 2);
+    EXPECT_EQ(view()->cursor().shape(), Qt::ArrowCursor);
+}
+
 TEST_F(StereoViewApp, ControlsReachTheCamera)
 {
     host->start();
