@@ -42,8 +42,42 @@ bool isLetterKey(const QKeyEvent& event)
 
 } // namespace
 
+/// Keeps input from controls that is meant for the window or the panel. Not the panel itself: that is asked about its
+/// scroll bars' events, too.
+class ControlPanel::InputGuard : public QObject
+{
+public:
+    using QObject::QObject;
+
+    void protect(QWidget* control)
+    {
+        control->setFocusPolicy(Qt::StrongFocus); // which the wheel does not give
+        control->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (!isKept(*static_cast<QWidget*>(watched), *event))
+            return false;
+        event->ignore(); // the parent gets it
+        return true;
+    }
+
+private:
+    static bool isKept(const QWidget& control, const QEvent& event)
+    {
+        // Whoever scrolls the panel would change whatever passes under the cursor.
+        if (event.type() == QEvent::Wheel)
+            return !control.hasFocus();
+        // A number box would swallow letters, and a list would search for them: neither is of use here, while the
+        // window has keys of its own.
+        return event.type() == QEvent::KeyPress && isLetterKey(static_cast<const QKeyEvent&>(event));
+    }
+};
+
 ControlPanel::ControlPanel(QWidget* parent)
     : QScrollArea(parent)
+    , _inputGuard(new InputGuard(this))
 {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
@@ -106,7 +140,8 @@ QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const 
     box->setRange(0, fullRange);
     box->setSpecialValueText(zeroText);
     box->setKeyboardTracking(false);
-    box->installEventFilter(this);
+    _inputGuard->protect(slider);
+    _inputGuard->protect(box);
     auto* const label = new QLabel(title);
     label->setBuddy(box);
 
@@ -141,7 +176,7 @@ QWidget* ControlPanel::buildPictureGroup()
                                             "a double-click shows everything again"));
     for (const PictureArrangement arrangement : allArrangements)
         _arrangement->addItem(arrangementTitle(arrangement), QVariant::fromValue(arrangement));
-    _arrangement->installEventFilter(this);
+    _inputGuard->protect(_arrangement);
     connect(_arrangement, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ControlPanel::onArrangementIndex);
 
@@ -256,15 +291,4 @@ void ControlPanel::onArrangementIndex(int)
 {
     emit arrangementChanged(_arrangement->currentData().value<PictureArrangement>());
     emit choicesChanged();
-}
-
-bool ControlPanel::eventFilter(QObject* watched, QEvent* event)
-{
-    // A number box would swallow letters, and a list would search for them: neither is of use here, while the window
-    // has keys of its own.
-    if (event->type() == QEvent::KeyPress && isLetterKey(*static_cast<QKeyEvent*>(event))) {
-        event->ignore();
-        return true;
-    }
-    return QScrollArea::eventFilter(watched, event);
 }

@@ -63,11 +63,8 @@ signals:
 
     void saveRequested();
 
-protected:
-    /// Leaves letter keys to the window when a control has the focus.
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
+    class InputGuard;
     using NumberSignal = void (ControlPanel::*)(int);
     using FlagSignal = void (ControlPanel::*)(bool);
 
@@ -81,6 +78,7 @@ private:
     QLabel* addFigure(QFormLayout* form, const QString& title, const QString& name);
     void onArrangementIndex(int index);
 
+    InputGuard* const _inputGuard; ///< a child
     QSlider* _exposure = nullptr;
     QSlider* _gain = nullptr;
     QSlider* _led = nullptr;

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QSpinBox>
 #include <QWheelEvent>
@@ -356,6 +357,60 @@ TEST_F(StereoViewApp, ControlsReachTheCamera)
                                               "Set 17 1"));
     EXPECT_EQ(control<QSpinBox>("exposureBox")->value(), 10);
     EXPECT_EQ(control<QSlider>("ledSlider")->value(), 1);
+}
+
+/// Turns the wheel over a control as the window system would, so that it may take the focus, too.
+void turnWheelOver(QWidget* control, int notches)
+{
+    const QPoint middle = control->rect().center();
+    QWheelEvent event(middle, control->mapToGlobal(middle), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    QApplication::instance()->notify(control, &event);
+}
+
+TEST_F(StereoViewApp, TheWheelChangesAControlOnlyWhenItHasTheFocus)
+{
+    host->start();
+    host->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));
+    auto* const slider = control<QSlider>("exposureSlider");
+    auto* const box = control<QSpinBox>("gainBox");
+    auto* const list = control<QComboBox>("arrangement");
+    control<QPushButton>("saveButton")->setFocus();
+    FakeVYR::clearCalls();
+    for (QWidget* const widget : std::initializer_list<QWidget*>{slider, box, list}) {
+        turnWheelOver(widget, 1);
+        turnWheelOver(widget, -1);
+        turnWheelOver(widget, -1);
+        turnWheelOver(widget, 1);
+        turnWheelOver(widget, 1);
+        EXPECT_FALSE(widget->hasFocus());
+    }
+    EXPECT_TRUE(FakeVYR::calls().empty());
+    EXPECT_EQ(slider->value(), 0);
+    EXPECT_EQ(box->value(), 0);
+    EXPECT_EQ(list->currentIndex(), 0);
+
+    slider->setFocus();
+    turnWheelOver(slider, 1);
+    EXPECT_GT(slider->value(), 0);
+    box->setFocus();
+    turnWheelOver(box, 1);
+    EXPECT_GT(box->value(), 0);
+    list->setFocus();
+    turnWheelOver(list, -1);
+    EXPECT_EQ(list->currentIndex(), 1);
+}
+
+TEST_F(StereoViewApp, TheWheelOverAControlScrollsThePanel)
+{
+    host->start();
+    host->resize(1200, 300);
+    auto* const panel = static_cast<QScrollArea*>(host->sideDock()->widget());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return panel->verticalScrollBar()->maximum() > 0; }));
+    turnWheelOver(control<QSlider>("exposureSlider"), -1);
+    EXPECT_GT(panel->verticalScrollBar()->value(), 0);
 }
 
 TEST_F(StereoViewApp, ZeroReadsAutoAndOff)
