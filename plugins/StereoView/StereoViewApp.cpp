@@ -148,7 +148,11 @@ void StereoViewApp::startStreaming()
     _mailbox.Clear();
     _lastShown = 0;
     _lastUnreadable = 0;
-    _patience = patienceAt(_host->currentResolution().fps);
+    const VYRResolutionInfo mode = _host->currentResolution();
+    _patience = patienceAt(mode.fps);
+    // Without a camera nothing is wrong with the mode.
+    _modeKnown = !camera->IsOpen()
+              || camera->IsResolutionSupported(mode.binning, mode.width, mode.height, mode.fps);
     _sinceLastFrame.start();
     _sinceLastHistogram.invalidate();
 
@@ -260,6 +264,8 @@ QString StereoViewApp::streamMessage() const
         return QString();
     if (_node->Counts().unreadable != _lastUnreadable)
         return QStringLiteral("The camera's frames cannot be read");
+    if (!_modeKnown)
+        return QStringLiteral("The camera has no such mode.\nChoose one under Settings, Camera.");
     return QStringLiteral("No frames from the camera");
 }
 

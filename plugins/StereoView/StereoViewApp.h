@@ -70,6 +70,7 @@ private:
     const PicturePair* _shown = nullptr; ///< in the mailbox; the pair on the screen, if there is one
     std::unique_ptr<StereoViewNode> _node; ///< while started
     bool _layoutKnown = false;
+    bool _modeKnown = false;           ///< whether the camera has the mode that it was started in
     std::uint64_t _lastShown = 0;      ///< frames at the last look, to see whether more are coming
     std::uint64_t _lastUnreadable = 0;
     QElapsedTimer _sinceLastFrame;

@@ -684,6 +684,24 @@ TEST_F(StereoViewApp, SaysWhenNoFrameEverComes)
     EXPECT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
 }
 
+TEST_F(StereoViewApp, AModeThatTheCameraHasNotIsTold)
+{
+    host->start();
+    VYRResolutionInfo unknownMode = fullMode;
+    unknownMode.height = 481;
+    for (const VYRResolutionInfo& mode : {unknownMode, VYRResolutionInfo{}}) {
+        host->changeMode(mode);
+        EXPECT_FALSE(FakeVYR::isStreaming());
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return message() == "The camera has no such mode.\nChoose one under Settings, Camera.";
+        })) << message().toStdString();
+    }
+    host->changeMode(fullMode);
+    show(40, 200);
+    EXPECT_EQ(message(), "");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
+}
+
 TEST_F(StereoViewApp, GoesOnThroughModeChanges)
 {
     host->start();
