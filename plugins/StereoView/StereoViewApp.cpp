@@ -298,14 +298,14 @@ void StereoViewApp::savePictures()
 
 void StereoViewApp::reportSave(const SaveOutcome& outcome)
 {
-    const QString folder = QDir::toNativeSeparators(outcome.folder);
+    // Without the folder: the status bar is as wide as its text, and a long path would widen the window.
     if (!outcome.saved) {
-        sayProblem(QStringLiteral("Saving to %1 failed: %2").arg(folder, outcome.problem));
+        sayProblem(QStringLiteral("Saving to the pictures folder failed: %1").arg(outcome.problem));
         return;
     }
-    say(QStringLiteral("Saved %1 to %2").arg(outcome.fileBase, folder));
+    say(QStringLiteral("Saved %1").arg(outcome.fileBase));
     if (_panel != nullptr)
-        _panel->showSaved(outcome.fileBase, folder);
+        _panel->showSaved(outcome.fileBase, QDir::toNativeSeparators(outcome.folder));
 }
 
 void StereoViewApp::say(const QString& text)

@@ -23,6 +23,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstring>
 #include <deque>
 #include <vector>
 
@@ -490,7 +491,10 @@ TEST_F(StereoViewApp, SavesThePairByKey)
     EXPECT_EQ(left.size(), QSize(752, 480));
     EXPECT_EQ(left.pixelColor(751, 479).red(), 40);
     EXPECT_EQ(QImage(directory.filePath("Pictures/" + files[1])).pixelColor(751, 479).red(), 200);
-    EXPECT_TRUE(control<QLabel>("savedLabel")->text().startsWith("stereo_"));
+    const QString fileBase = files[0].chopped(static_cast<int>(std::strlen("_left.png")));
+    EXPECT_EQ(host->field(1).lastText, "Saved " + fileBase) << "a folder could widen the window";
+    EXPECT_EQ(control<QLabel>("savedLabel")->text(), fileBase);
+    EXPECT_EQ(control<QLabel>("savedLabel")->toolTip(), directory.filePath("Pictures"));
 }
 
 TEST_F(StereoViewApp, SavesThePairByButton)
@@ -543,6 +547,7 @@ TEST_F(StereoViewApp, AFailedSaveIsToldInRed)
     QTest::keyClick(host.get(), Qt::Key_S);
     ASSERT_TRUE(QTest::qWaitFor([&] { return host->field(1).lastText.contains("failed"); }));
     EXPECT_EQ(host->field(1).lastColor, QColor(Qt::red));
+    EXPECT_FALSE(host->field(1).lastText.contains(directory.path())) << "a folder could widen the window";
 }
 
 TEST_F(StereoViewApp, SavingBeforeTheFirstPictureIsToldInRed)
