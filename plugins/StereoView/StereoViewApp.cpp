@@ -17,6 +17,7 @@
 
 #include <camera/VYRCameraDevice.h>
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QDockWidget>
@@ -52,6 +53,8 @@ qint64 patienceAt(float framesPerSecond)
 StereoViewApp::StereoViewApp()
 {
     _saving.setMaxThreadCount(1);
+    // A stop does not wait for pictures that are being saved, only the end of the program does: they are copies.
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { _saving.waitForDone(); });
     _streamTimer.setInterval(streamInterval);
     connect(&_streamTimer, &QTimer::timeout, this, &StereoViewApp::checkStream);
     _storeTimer.setInterval(storeDelay);
@@ -177,7 +180,6 @@ void StereoViewApp::stop()
     _streamTimer.stop();
     stopStreaming();
     storeChoices();
-    _saving.waitForDone(); // nothing may be left that runs our code
     removeWidgets();
 }
 
