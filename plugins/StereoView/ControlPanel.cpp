@@ -42,8 +42,8 @@ bool isLetterKey(const QKeyEvent& event)
 
 } // namespace
 
-/// Keeps input from controls that is meant for the window or the panel. Not the panel itself: that is asked about its
-/// scroll bars' events, too.
+/// Keeps input from controls that is meant for the window or the panel. Not the panel itself: that is asked about
+/// its scroll bars' events, too.
 class ControlPanel::InputGuard : public QObject
 {
 public:
