@@ -47,9 +47,8 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 void check(bool done, const char* step)
 {
-    if (!done) {
+    if (!done)
         throwLastError(step);
-    }
 }
 
 /// Opens the settings file for reading, as `Config::readFile` would.
@@ -59,18 +58,16 @@ void check(bool done, const char* step)
 File openForReading(const QByteArray& path)
 {
     const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
+    if (descriptor < 0)
         throw libconfig::FileIOException();
-    }
     File file(::fdopen(descriptor, "r"), std::fclose);
     if (file == nullptr) {
         ::close(descriptor);
         throw libconfig::FileIOException();
     }
     struct stat status = {};
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         throw libconfig::FileIOException();
-    }
     return file;
 }
 
@@ -94,12 +91,10 @@ void readFile(AppSettings& settings)
     libconfig::Config config;
     config.read(openForReading(settingsFilePath().toUtf8()).get());
     const libconfig::Setting& root = config.lookup("AppConfig");
-    if (root.exists("Application")) {
+    if (root.exists("Application"))
         readApplication(config.lookup("AppConfig.Application"), settings);
-    }
-    if (root.exists("Vyr")) {
+    if (root.exists("Vyr"))
         readCamera(config.lookup("AppConfig.Vyr"), settings);
-    }
 }
 
 void fill(libconfig::Config& config, const AppSettings& settings)
@@ -124,9 +119,9 @@ class Replacement
 {
 public:
     Replacement(const QByteArray& target, mode_t mode)
-        : _target(target),
-          _path(target + ".new"),
-          _file(nullptr, std::fclose)
+        : _target(target)
+        , _path(target + ".new")
+        , _file(nullptr, std::fclose)
     {
         ::unlink(_path.constData());
         const int descriptor = ::open(_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
@@ -141,18 +136,14 @@ public:
 
     ~Replacement()
     {
-        if (!_placed) {
+        if (!_placed)
             ::unlink(_path.constData());
-        }
     }
 
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
-    std::FILE* file() const
-    {
-        return _file.get();
-    }
+    std::FILE* file() const { return _file.get(); }
 
     void place()
     {
@@ -187,16 +178,14 @@ void writeFile(const AppSettings& settings)
 
     QString path = settingsFilePath();
     const QString behindLinks = QFileInfo(path).canonicalFilePath(); // empty when there is nothing
-    if (!behindLinks.isEmpty()) {
+    if (!behindLinks.isEmpty())
         path = behindLinks;
-    }
     const QByteArray target = path.toUtf8();
     mode_t mode = 0666;
     struct stat status = {};
     if (!behindLinks.isEmpty() && ::stat(target.constData(), &status) == 0) {
-        if (!S_ISREG(status.st_mode) || ::access(target.constData(), W_OK) != 0) {
+        if (!S_ISREG(status.st_mode) || ::access(target.constData(), W_OK) != 0)
             throw libconfig::FileIOException();
-        }
         mode = status.st_mode & 0777;
     }
     Replacement replacement(target, mode);

@@ -40,9 +40,8 @@ ApplicationWindow::ApplicationWindow()
 {
     setIdentity();
     loadSettings();
-    if (AppSettings::instance().useDarkSkin) {
+    if (AppSettings::instance().useDarkSkin)
         applyDarkSkin();
-    }
     openCamera();
     setHost(this);
     loadApps();
@@ -50,11 +49,10 @@ ApplicationWindow::ApplicationWindow()
     connect(_menuActions, &QSignalMapper::mappedInt, this, &ApplicationWindow::onMenuAction);
     initializeApps();
     startSavedApp();
-    if (_camera->IsOpen()) {
+    if (_camera->IsOpen())
         startPolling();
-    } else {
+    else
         statusText(0)->setStatusTextColored(QStringLiteral("No VYR Camera Found"), Qt::red);
-    }
 }
 
 ApplicationWindow::~ApplicationWindow()
@@ -85,9 +83,8 @@ void ApplicationWindow::startSavedApp()
 
 void ApplicationWindow::showCurrentAppInTitle()
 {
-    if (AppInterface* const app = currentApp()) {
+    if (AppInterface* const app = currentApp())
         setWindowTitle(QLatin1String(Identity::applicationName) + QStringLiteral(" - ") + app->name());
-    }
 }
 
 void ApplicationWindow::startPolling()
@@ -163,8 +160,7 @@ void ApplicationWindow::onMenuAction(int actionID)
         openSettingsDialog(settingsTab(actionID));
         break;
     case MenuAbout:
-        QMessageBox::about(this, tr("About VYR Dashboard"),
-                           aboutText(!AppSettings::instance().useDarkSkin));
+        QMessageBox::about(this, tr("About VYR Dashboard"), aboutText(!AppSettings::instance().useDarkSkin));
         break;
     case MenuDocumentation:
         QDesktopServices::openUrl(documentationUrl());
@@ -213,9 +209,7 @@ void ApplicationWindow::openSettingsDialog(int tab)
 
 void ApplicationWindow::addAppTabs(QTabWidget& tabs)
 {
-    for (AppInterface* const app : apps()) {
-        if (QWidget* const widget = app->createSettingsWidget(&tabs)) {
+    for (AppInterface* const app : apps())
+        if (QWidget* const widget = app->createSettingsWidget(&tabs))
             tabs.addTab(widget, app->name());
-        }
-    }
 }

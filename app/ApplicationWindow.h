@@ -25,10 +25,11 @@ class QTabWidget;
 /// Ownership: owns the camera node; is the host of all apps.
 /// Thread: GUI thread. The camera's status text comes from the camera callback thread too, which the status field
 /// sees to.
-class ApplicationWindow : public QMainWindow,
-                          public UIApplicationWindow,
-                          public HostEnvironmentInterface,
-                          public AppManager
+class ApplicationWindow :
+    public QMainWindow,
+    public UIApplicationWindow,
+    public HostEnvironmentInterface,
+    public AppManager
 {
     Q_OBJECT
 

@@ -6,9 +6,9 @@
 #include <QThread>
 
 CStatus::CStatus(std::int32_t displayTime, QWidget* parent)
-    : QLabel(parent),
-      _displayTime(displayTime),
-      _clearTimer(this)
+    : QLabel(parent)
+    , _displayTime(displayTime)
+    , _clearTimer(this)
 {
     if (_displayTime != 0) {
         connect(&_clearTimer, &QTimer::timeout, this, &CStatus::clearExpired);
@@ -19,13 +19,13 @@ CStatus::CStatus(std::int32_t displayTime, QWidget* parent)
 void CStatus::setStatusText(QString text)
 {
     if (QThread::currentThread() != thread()) {
-        QMetaObject::invokeMethod(this, [this, text] { setStatusText(text); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, text] { setStatusText(text); }, Qt::QueuedConnection);
         return;
     }
     setText(text);
-    if (_displayTime != 0) {
+    if (_displayTime != 0)
         _expiry = QTime::currentTime().addMSecs(_displayTime);
-    }
 }
 
 void CStatus::setStatusTextColored(QString text, QColor color)
@@ -41,7 +41,6 @@ void CStatus::setStatusVisible(bool visible)
 
 void CStatus::clearExpired()
 {
-    if (!text().isEmpty() && isExpired(QTime::currentTime(), _expiry)) {
+    if (!text().isEmpty() && isExpired(QTime::currentTime(), _expiry))
         setText(QString());
-    }
 }

@@ -36,9 +36,8 @@ QPalette darkSkinPalette()
         {QPalette::Window, QColor(40, 40, 40)},
     };
     QPalette palette;
-    for (const Role& role : roles) {
+    for (const Role& role : roles)
         palette.setBrush(QPalette::All, role.role, QBrush(role.colour));
-    }
     return palette;
 }
 

@@ -12,8 +12,7 @@
 QUrl documentationUrl()
 {
     const QString manual = QCoreApplication::applicationDirPath() + QStringLiteral("/manual/index.html");
-    if (QFileInfo(manual).isFile()) {
+    if (QFileInfo(manual).isFile())
         return QUrl::fromLocalFile(manual);
-    }
     return QUrl(QLatin1String(Vendor::documentation));
 }

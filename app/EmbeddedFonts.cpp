@@ -25,15 +25,9 @@ constexpr int defaultPointSize = 9;
 const QStringList& embeddedFontPaths()
 {
     static const QStringList paths = {
-        QStringLiteral(":/segoeui.ttf"),
-        QStringLiteral(":/segoeuib.ttf"),
-        QStringLiteral(":/segoeuii.ttf"),
-        QStringLiteral(":/segoeuisl.ttf"),
-        QStringLiteral(":/segoeuiz.ttf"),
-        QStringLiteral(":/seguili.ttf"),
-        QStringLiteral(":/seguisb.ttf"),
-        QStringLiteral(":/seguisbi.ttf"),
-        QStringLiteral(":/seguisli.ttf"),
+        QStringLiteral(":/segoeui.ttf"),   QStringLiteral(":/segoeuib.ttf"), QStringLiteral(":/segoeuii.ttf"),
+        QStringLiteral(":/segoeuisl.ttf"), QStringLiteral(":/segoeuiz.ttf"), QStringLiteral(":/seguili.ttf"),
+        QStringLiteral(":/seguisb.ttf"),   QStringLiteral(":/seguisbi.ttf"), QStringLiteral(":/seguisli.ttf"),
     };
     return paths;
 }
@@ -45,9 +39,8 @@ int registerFirstFont(const QStringList& paths, const std::function<int(const QS
     // that cannot be read.
     for (const QString& path : paths) {
         const int id = registerFont(path);
-        if (id != -1) {
+        if (id != -1)
             return id;
-        }
         qCWarning(appLog) << "Font not registered:" << path;
     }
     return -1;
@@ -57,12 +50,10 @@ void useEmbeddedFonts()
 {
     initFontResources();
     const int id = registerFirstFont(embeddedFontPaths(), QFontDatabase::addApplicationFont);
-    if (id == -1) {
+    if (id == -1)
         return;
-    }
     const QString family = QFontDatabase::applicationFontFamilies(id).value(0);
-    if (family != QLatin1String(defaultFamily)) {
+    if (family != QLatin1String(defaultFamily))
         QFont::insertSubstitution(QLatin1String(defaultFamily), family);
-    }
     QApplication::setFont(QFont(QLatin1String(defaultFamily), defaultPointSize));
 }

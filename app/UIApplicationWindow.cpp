@@ -56,9 +56,8 @@ void centreOnScreen(QMainWindow* window)
 QList<MenuEntry> menuEntries(bool hasApps, bool hasCamera)
 {
     QList<MenuEntry> entries = {{fileMenu, QStringLiteral("Exit"), MenuExit}};
-    if (hasApps) {
+    if (hasApps)
         entries.append({settingsMenu, QStringLiteral("Apps"), MenuApps});
-    }
     if (hasCamera) {
         entries.append({settingsMenu, QStringLiteral("Camera"), MenuCamera});
         entries.append({settingsMenu, QStringLiteral("Devices"), MenuDevices});
@@ -118,9 +117,8 @@ void UIApplicationWindow::setupMenus(QMainWindow* window, bool hasApps, bool has
     };
     QMap<QString, QMenu*> menus;
     menus[fileMenu] = addMenu(fileMenu);
-    if (hasApps || hasCamera) {
+    if (hasApps || hasCamera)
         menus[settingsMenu] = addMenu(settingsMenu);
-    }
     menus[helpMenu] = addMenu(helpMenu);
 
     _menuActions = new QSignalMapper(window);

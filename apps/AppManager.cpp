@@ -25,9 +25,8 @@ Q_LOGGING_CATEGORY(appsLog, "vyr.apps", QtFatalMsg)
 
 void clear(StatusBarText* field)
 {
-    if (field != nullptr) {
+    if (field != nullptr)
         field->setStatusText(QString());
-    }
 }
 
 } // namespace
@@ -85,31 +84,26 @@ void AppManager::accept(AppInterface* app)
 
 void AppManager::initializeApps()
 {
-    for (AppInterface* const app : qAsConst(_apps)) {
+    for (AppInterface* const app : qAsConst(_apps))
         app->initialize(_host);
-    }
 }
 
 int AppManager::startAppIndex(const QString& name) const
 {
-    for (auto app = _apps.cbegin(); app != _apps.cend(); ++app) {
-        if (app.value()->name() == name) {
+    for (auto app = _apps.cbegin(); app != _apps.cend(); ++app)
+        if (app.value()->name() == name)
             return app.key();
-        }
-    }
     return 0;
 }
 
 void AppManager::setCurrentApp(int index)
 {
     AppInterface* const next = _apps.value(index, nullptr);
-    if (next == nullptr) {
+    if (next == nullptr)
         return;
-    }
     const QMutexLocker locker(&_appLock);
-    if (AppInterface* const previous = currentApp()) {
+    if (AppInterface* const previous = currentApp())
         previous->stop();
-    }
     clear(_host->statusText(0));
     clear(_host->statusText(1));
     _host->bottomDock()->hide();
@@ -139,18 +133,16 @@ void AppManager::pollCurrentApp()
 {
     if (AppInterface* const app = currentApp()) {
         const QMutexLocker locker(&_appLock);
-        if (app->updatePending()) {
+        if (app->updatePending())
             app->update();
-        }
     }
 }
 
 bool AppManager::offerEvent(QEvent* event)
 {
     AppInterface* const app = currentApp();
-    if (event->type() != QEvent::KeyPress || app == nullptr) {
+    if (event->type() != QEvent::KeyPress || app == nullptr)
         return false;
-    }
     const QMutexLocker locker(&_appLock);
     return app->handleKeyEvent(event);
 }

@@ -18,9 +18,7 @@ QMap<QString, int> codesByName()
 const QMap<int, QString>& binningNameByCode()
 {
     static const QMap<int, QString> names{
-        {0, "1x1"}, {4, "1x2"}, {8, "1x4"},
-        {1, "2x1"}, {5, "2x2"}, {9, "2x4"},
-        {2, "4x1"}, {6, "4x2"}, {10, "4x4"},
+        {0, "1x1"}, {4, "1x2"}, {8, "1x4"}, {1, "2x1"}, {5, "2x2"}, {9, "2x4"}, {2, "4x1"}, {6, "4x2"}, {10, "4x4"},
     };
     return names;
 }

@@ -24,9 +24,9 @@ public:
     /// Thread: worker thread.
     void Release() override;
 
-    VYRCameraDevice* owner;        ///< whose pool lent the frame
-    const VYRFrameRecord* record;  ///< the camera library's record; read-only
-    float fps;                     ///< frames per second as measured when the frame came; 0 until the first window closes
+    VYRCameraDevice* owner;       ///< whose pool lent the frame
+    const VYRFrameRecord* record; ///< the camera library's record; read-only
+    float fps; ///< frames per second as measured when the frame came; 0 until the first window closes
 };
 
 static_assert(sizeof(StereoFrame) == (sizeof(void*) == 4 ? 16 : 32), "apps read the fields by their place");

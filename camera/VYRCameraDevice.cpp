@@ -332,9 +332,9 @@ void VYRCameraDevice::OnFrame(const VYRFrameRecord* record)
     frame->owner = this;
     frame->record = record;
     frame->fps = measuredFps;
-    // Deliberate: the result is ignored. A frame that a full queue refuses is not given back: its slot stays taken until
-    // streaming is next started or stopped. A consumer that is 31 frames behind thus runs the pool dry for good, and does
-    // not keep the camera busy with filling and refusing the last slot.
+    // Deliberate: the result is ignored. A frame that a full queue refuses is not given back: its slot stays taken
+    // until streaming is next started or stopped. A consumer that is 31 frames behind thus runs the pool dry for good,
+    // and does not keep the camera busy with filling and refusing the last slot.
     OutputQueue().Push(frame);
 }
 

@@ -11,11 +11,11 @@
 struct VYRFrameRecord
 {
     unsigned char libraryBytes0[12];
-    std::uint32_t timestamp;     ///< units of 100 µs, increasing; may start again
+    std::uint32_t timestamp; ///< units of 100 µs, increasing; may start again
     unsigned char libraryBytes16[8];
-    std::uint8_t hasSensorData;  ///< non-zero when `temperature` was measured with this frame
+    std::uint8_t hasSensorData; ///< non-zero when `temperature` was measured with this frame
     unsigned char libraryBytes25[39];
-    float temperature;           ///< of the sensor, degrees Celsius
+    float temperature; ///< of the sensor, degrees Celsius
 };
 
 static_assert(offsetof(VYRFrameRecord, timestamp) == 12, "fixed by the camera library");

@@ -8,22 +8,22 @@
 
 /// Parameters of __VYRParamGet__ and __VYRParamSet__, with the arguments that follow the id.
 enum VYRParameter : int {
-    VYRDeviceName = 2,         ///< get: char buffer[256], zero-terminated text
-    VYRSerialNumber = 3,       ///< get: char buffer[256]
-    VYRFirmwareVersion = 4,    ///< get: char buffer[256]
-    VYRFirmwareBuildTime = 5,  ///< get: char buffer[256]
-    VYRResolution = 6,         ///< set: VYRResolutionInfo by value
-    VYRFrameSize = 7,          ///< get: int* width, int* height, in pixels
-    VYRExposure = 8,           ///< set: double value, then int 0
-    VYRGain = 9,               ///< set: double value
-    VYRHorizontalFlip = 10,    ///< set: int flag
-    VYRVerticalFlip = 11,      ///< set: int flag
-    VYRSwapCameras = 12,       ///< set: int flag
-    VYRLed = 13,               ///< set: double brightness
-    VYRUndistort = 17,         ///< set: int flag
-    VYRParameter18 = 18,       ///< get: one pointer
-    VYRParameter19 = 19,       ///< get: one pointer
-    VYRImuRange = 20           ///< set: VYRAccelRange, VYRGyroRange
+    VYRDeviceName = 2,        ///< get: char buffer[256], zero-terminated text
+    VYRSerialNumber = 3,      ///< get: char buffer[256]
+    VYRFirmwareVersion = 4,   ///< get: char buffer[256]
+    VYRFirmwareBuildTime = 5, ///< get: char buffer[256]
+    VYRResolution = 6,        ///< set: VYRResolutionInfo by value
+    VYRFrameSize = 7,         ///< get: int* width, int* height, in pixels
+    VYRExposure = 8,          ///< set: double value, then int 0
+    VYRGain = 9,              ///< set: double value
+    VYRHorizontalFlip = 10,   ///< set: int flag
+    VYRVerticalFlip = 11,     ///< set: int flag
+    VYRSwapCameras = 12,      ///< set: int flag
+    VYRLed = 13,              ///< set: double brightness
+    VYRUndistort = 17,        ///< set: int flag
+    VYRParameter18 = 18,      ///< get: one pointer
+    VYRParameter19 = 19,      ///< get: one pointer
+    VYRImuRange = 20          ///< set: VYRAccelRange, VYRGyroRange
 };
 
 /// The size of the buffers that text parameters are read into, in bytes.

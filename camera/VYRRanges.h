@@ -6,10 +6,10 @@
 /// Accelerometer range. The host passes values through unchanged; larger ones than those named here belong to cameras
 /// yet to come.
 enum VYRAccelRange : int {
-    VYR_ACCEL_RANGE_2G = 0,  ///< ±2 g
-    VYR_ACCEL_RANGE_4G = 1,  ///< ±4 g
-    VYR_ACCEL_RANGE_8G = 2,  ///< ±8 g
-    VYR_ACCEL_RANGE_16G = 3  ///< ±16 g
+    VYR_ACCEL_RANGE_2G = 0, ///< ±2 g
+    VYR_ACCEL_RANGE_4G = 1, ///< ±4 g
+    VYR_ACCEL_RANGE_8G = 2, ///< ±8 g
+    VYR_ACCEL_RANGE_16G = 3 ///< ±16 g
 };
 
 /// Gyroscope range, passed through unchanged as well.

@@ -10,12 +10,12 @@
 /// A capture mode, as the camera library fills it in and takes it by value.
 struct VYRResolutionInfo
 {
-    std::int32_t width;    ///< pixels
-    std::int32_t height;   ///< pixels
-    std::int32_t binning;  ///< binning code, see BinningNames.h
-    float fps;             ///< frames per second
-    float minFps;          ///< the mode's least frames per second
-    float maxFps;          ///< the mode's most frames per second
+    std::int32_t width;   ///< pixels
+    std::int32_t height;  ///< pixels
+    std::int32_t binning; ///< binning code, see BinningNames.h
+    float fps;            ///< frames per second
+    float minFps;         ///< the mode's least frames per second
+    float maxFps;         ///< the mode's most frames per second
 };
 
 static_assert(sizeof(VYRResolutionInfo) == 24, "crosses the camera library's boundary by value");

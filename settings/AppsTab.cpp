@@ -12,14 +12,14 @@ namespace {
 QString toolTipFor(const AppInfo& app)
 {
     return QStringLiteral("Name: ") + app.name + QStringLiteral("\nVersion: ") + app.version
-        + QStringLiteral("\nDescription: ") + app.description;
+         + QStringLiteral("\nDescription: ") + app.description;
 }
 
 } // namespace
 
 AppsTab::AppsTab(const QList<AppInfo>& apps, int currentApp, QWidget* parent)
-    : QWidget(parent),
-      _list(new QListWidget(this))
+    : QWidget(parent)
+    , _list(new QListWidget(this))
 {
     _list->setSelectionMode(QAbstractItemView::SingleSelection);
     // First, for it resets flow, wrapping and movement.
@@ -45,11 +45,9 @@ AppsTab::AppsTab(const QList<AppInfo>& apps, int currentApp, QWidget* parent)
 
 int AppsTab::selectedAppOtherThan(int currentApp) const
 {
-    for (int index = 0; index < _list->count(); ++index) {
-        if (index != currentApp && _list->item(index)->isSelected()) {
+    for (int index = 0; index < _list->count(); ++index)
+        if (index != currentApp && _list->item(index)->isSelected())
             return index;
-        }
-    }
     return -1;
 }
 
@@ -58,10 +56,8 @@ void AppsTab::giveRoomForNames()
 {
     _list->ensurePolished();
     QSize room;
-    for (int index = 0; index < _list->count(); ++index) {
+    for (int index = 0; index < _list->count(); ++index)
         room = room.expandedTo(_list->sizeHintForIndex(_list->model()->index(index, 0)));
-    }
-    for (int index = 0; index < _list->count(); ++index) {
+    for (int index = 0; index < _list->count(); ++index)
         _list->item(index)->setSizeHint(room);
-    }
 }

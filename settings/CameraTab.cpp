@@ -11,9 +11,8 @@
 #include <QVBoxLayout>
 
 CameraTab::CameraTab(HostEnvironmentInterface* host, QWidget* parent)
-    : QWidget(parent),
-      _resolutionSettings(
-          new ResolutionSettings(host->currentResolution(), ResolutionTable::supported(), this))
+    : QWidget(parent)
+    , _resolutionSettings(new ResolutionSettings(host->currentResolution(), ResolutionTable::supported(), this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -28,9 +28,8 @@ DevicesTab::DevicesTab(const VYRCameraDevice* camera, QWidget* parent)
     tree->setHeaderLabels({tr("Title"), tr("Details")});
     const int scale = scaleOfScreen(logicalDpiX());
     tree->setColumnWidth(0, 200 * scale);
-    if (scale > 1) {
+    if (scale > 1)
         tree->setMinimumWidth(500 * scale); // or the wider titles would leave no room for the values
-    }
     auto* device = new QTreeWidgetItem(tree, QStringList(tr("VYR Device")));
     device->setFlags(Qt::ItemIsEnabled);
     addRow(device, tr("Device Name"), camera->DeviceName());

@@ -29,7 +29,7 @@
 
 namespace {
 
-constexpr int sizeStep = 4; // pixels
+constexpr int sizeStep = 4;             // pixels
 constexpr float sensorPixelSize = 5.0F; // widget pixels: large enough to tell the cells apart unbinned
 
 QStringList binningNames()
@@ -41,16 +41,16 @@ QStringList binningNames()
 
 ResolutionSettings::ResolutionSettings(const VYRResolutionInfo& resolution, const ResolutionTable& table,
                                        QWidget* parent)
-    : QWidget(parent),
-      _table(table),
-      _resolution(resolution),
-      _intManager(new QtIntPropertyManager(this)),
-      _enumManager(new QtEnumPropertyManager(this)),
-      _groupManager(new QtGroupPropertyManager(this)),
-      _spinBoxFactory(new QtSpinBoxFactory(this)),
-      _sliderFactory(new QtSliderFactory(this)),
-      _enumFactory(new QtEnumEditorFactory(this)),
-      _visualization(new ResolutionVisualization(table, resolution, this))
+    : QWidget(parent)
+    , _table(table)
+    , _resolution(resolution)
+    , _intManager(new QtIntPropertyManager(this))
+    , _enumManager(new QtEnumPropertyManager(this))
+    , _groupManager(new QtGroupPropertyManager(this))
+    , _spinBoxFactory(new QtSpinBoxFactory(this))
+    , _sliderFactory(new QtSliderFactory(this))
+    , _enumFactory(new QtEnumEditorFactory(this))
+    , _visualization(new ResolutionVisualization(table, resolution, this))
 {
     createProperties();
     layOut();
@@ -58,10 +58,8 @@ ResolutionSettings::ResolutionSettings(const VYRResolutionInfo& resolution, cons
     _modified = false;
     connect(_visualization, &ResolutionVisualization::CameraResolutionChanged, this,
             &ResolutionSettings::setResolutionFromGui);
-    connect(_intManager, &QtIntPropertyManager::valueChanged, this,
-            &ResolutionSettings::intPropertyValueChanged);
-    connect(_enumManager, &QtEnumPropertyManager::valueChanged, this,
-            &ResolutionSettings::enumPropertyValueChanged);
+    connect(_intManager, &QtIntPropertyManager::valueChanged, this, &ResolutionSettings::intPropertyValueChanged);
+    connect(_enumManager, &QtEnumPropertyManager::valueChanged, this, &ResolutionSettings::enumPropertyValueChanged);
 }
 
 VYRResolutionInfo ResolutionSettings::resolution() const
@@ -72,9 +70,8 @@ VYRResolutionInfo ResolutionSettings::resolution() const
 void ResolutionSettings::finishTyping()
 {
     const QList<QSpinBox*> spinBoxes = findChildren<QSpinBox*>();
-    for (QSpinBox* spinBox : spinBoxes) {
+    for (QSpinBox* spinBox : spinBoxes)
         spinBox->interpretText();
-    }
 }
 
 bool ResolutionSettings::isModified() const
@@ -91,22 +88,19 @@ void ResolutionSettings::setResolutionFromGui(VYRResolutionInfo pResolution)
 
 void ResolutionSettings::intPropertyValueChanged(QtProperty* property, int value)
 {
-    if (_updating) {
+    if (_updating)
         return;
-    }
     _modified = true;
     if (property == _frameRate) {
         _resolution.fps = frameRateFor(_resolution);
         return;
     }
-    if (!_table.limits(_resolution.binning)) {
+    if (!_table.limits(_resolution.binning))
         return;
-    }
-    if (property == _width && value != _resolution.width) {
+    if (property == _width && value != _resolution.width)
         editSize(property, value, false);
-    } else if (property == _height && value != _resolution.height) {
+    else if (property == _height && value != _resolution.height)
         editSize(property, value, true);
-    }
 }
 
 void ResolutionSettings::enumPropertyValueChanged(QtProperty*, int index)
@@ -202,9 +196,8 @@ QWidget* ResolutionSettings::createFrameRateRow()
 void ResolutionSettings::setResolution(const VYRResolutionInfo& resolution)
 {
     _resolution = resolution;
-    if (!showSizeAndFrameRate()) {
+    if (!showSizeAndFrameRate())
         return;
-    }
     const QScopedValueRollback<bool> updating(_updating, true);
     showBinning();
     _visualization->setCameraResolution(resolution);

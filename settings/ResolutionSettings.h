@@ -33,8 +33,7 @@ class ResolutionSettings : public QWidget
 
 public:
     /// Shows `resolution`, not modified. `table` must outlive the editor.
-    ResolutionSettings(const VYRResolutionInfo& resolution, const ResolutionTable& table,
-                       QWidget* parent = nullptr);
+    ResolutionSettings(const VYRResolutionInfo& resolution, const ResolutionTable& table, QWidget* parent = nullptr);
 
     /// The current mode.
     VYRResolutionInfo resolution() const;

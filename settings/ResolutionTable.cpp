@@ -22,15 +22,13 @@ double squaredDistance(int a, int b)
 // The mode for which `measure` gives least; the first of them on a tie. Modes that `accept` refuses do not
 // count.
 template<class Accept, class Measure>
-std::optional<VYRResolutionInfo> least(const std::vector<VYRResolutionInfo>& modes, Accept accept,
-                                       Measure measure)
+std::optional<VYRResolutionInfo> least(const std::vector<VYRResolutionInfo>& modes, Accept accept, Measure measure)
 {
     const VYRResolutionInfo* best = nullptr;
     double bestMeasure = 0.0;
     for (const VYRResolutionInfo& mode : modes) {
-        if (!accept(mode)) {
+        if (!accept(mode))
             continue;
-        }
         const double modeMeasure = measure(mode);
         if (best == nullptr || modeMeasure < bestMeasure) {
             best = &mode;
@@ -48,8 +46,7 @@ bool acceptAll(const VYRResolutionInfo&)
 std::vector<VYRResolutionInfo> modesOfCamera()
 {
     std::array<VYRResolutionInfo, ResolutionTable::capacity> modes;
-    const int count =
-        EnumerateResolutions(modes.data(), ResolutionTable::capacity, VYRAny, VYRAny, VYRAny, VYRAnyFps);
+    const int count = EnumerateResolutions(modes.data(), ResolutionTable::capacity, VYRAny, VYRAny, VYRAny, VYRAnyFps);
     qCDebug(settingsLog) << "The camera library has" << count << "modes";
     return {modes.begin(), modes.begin() + std::clamp(count, 0, ResolutionTable::capacity)};
 }
@@ -60,8 +57,9 @@ ResolutionTable::ResolutionTable(const std::vector<VYRResolutionInfo>& modes)
     : _slots{{{0, {}}, {1, {}}, {2, {}}, {4, {}}, {8, {}}, {5, {}}, {9, {}}, {6, {}}, {10, {}}}}
 {
     for (Slot& slot : _slots) {
-        std::copy_if(modes.begin(), modes.end(), std::back_inserter(slot.modes),
-                     [&slot](const VYRResolutionInfo& mode) { return mode.binning == slot.binning; });
+        std::copy_if(
+            modes.begin(), modes.end(), std::back_inserter(slot.modes),
+            [&slot](const VYRResolutionInfo& mode) { return mode.binning == slot.binning; });
     }
 }
 
@@ -74,9 +72,8 @@ const ResolutionTable& ResolutionTable::supported()
 std::optional<ResolutionLimits> ResolutionTable::limits(int binning) const
 {
     const Slot* found = slot(binning);
-    if (found == nullptr) {
+    if (found == nullptr)
         return std::nullopt;
-    }
     ResolutionLimits limits;
     for (const VYRResolutionInfo& mode : found->modes) {
         limits.minWidth = std::min(limits.minWidth, mode.width);
@@ -90,32 +87,27 @@ std::optional<ResolutionLimits> ResolutionTable::limits(int binning) const
 std::optional<VYRResolutionInfo> ResolutionTable::largest(int binning) const
 {
     const Slot* found = slot(binning);
-    if (found == nullptr) {
+    if (found == nullptr)
         return std::nullopt;
-    }
-    return least(found->modes, acceptAll, [](const VYRResolutionInfo& mode) {
-        return -static_cast<double>(mode.width) * mode.height;
-    });
+    return least(found->modes, acceptAll,
+                 [](const VYRResolutionInfo& mode) { return -static_cast<double>(mode.width) * mode.height; });
 }
 
 std::optional<VYRResolutionInfo> ResolutionTable::nearest(int width, int height, int binning) const
 {
     const Slot* found = slot(binning);
-    if (found == nullptr) {
+    if (found == nullptr)
         return std::nullopt;
-    }
     return least(found->modes, acceptAll, [=](const VYRResolutionInfo& mode) {
         return squaredDistance(mode.width, width) + squaredDistance(mode.height, height);
     });
 }
 
-std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int height, int binning,
-                                                               bool byHeight) const
+std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int height, int binning, bool byHeight) const
 {
     const Slot* found = slot(binning);
-    if (found == nullptr) {
+    if (found == nullptr)
         return std::nullopt;
-    }
     return least(
         found->modes,
         [=](const VYRResolutionInfo& mode) { return byHeight ? mode.width == width : mode.height == height; },
@@ -128,32 +120,29 @@ std::optional<VYRResolutionInfo> ResolutionTable::nextInRow(const VYRResolutionI
                                                             bool byHeight) const
 {
     const std::optional<ResolutionLimits> range = limits(current.binning);
-    if (!range) {
+    if (!range)
         return std::nullopt;
-    }
     const std::int64_t low = byHeight ? range->minHeight : range->minWidth;
     const std::int64_t high = byHeight ? range->maxHeight : range->maxWidth;
     const int step = value > (byHeight ? current.height : current.width) ? 1 : -1;
     for (std::int64_t candidate = value; step > 0 ? candidate <= high : candidate >= low; candidate += step) {
         const int extent = static_cast<int>(candidate);
-        const std::optional<VYRResolutionInfo> found =
-            byHeight ? nearestInRow(current.width, extent, current.binning, true)
-                     : nearestInRow(extent, current.height, current.binning, false);
-        if (!found) {
+        const std::optional<VYRResolutionInfo> found = byHeight
+                                                         ? nearestInRow(current.width, extent, current.binning, true)
+                                                         : nearestInRow(extent, current.height, current.binning, false);
+        if (!found)
             return std::nullopt;
-        }
         // The nearest mode in the direction of the search is the one that the search would come to first.
         const std::int64_t ahead = ((byHeight ? found->height : found->width) - candidate) * step;
-        if (ahead >= 0) {
+        if (ahead >= 0)
             return found;
-        }
     }
     return std::nullopt;
 }
 
 const ResolutionTable::Slot* ResolutionTable::slot(int binning) const
 {
-    const auto found = std::find_if(_slots.begin(), _slots.end(),
-                                    [binning](const Slot& slot) { return slot.binning == binning; });
+    const auto found =
+        std::find_if(_slots.begin(), _slots.end(), [binning](const Slot& slot) { return slot.binning == binning; });
     return found != _slots.end() ? &*found : nullptr;
 }

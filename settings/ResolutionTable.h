@@ -58,8 +58,7 @@ public:
     /// which `value` lies from the width of `current`, among the modes of the binning and height of
     /// `current`. `byHeight`, the same of heights, at the width of `current`. Nothing when there is none up
     /// to the limits of the binning.
-    std::optional<VYRResolutionInfo> nextInRow(const VYRResolutionInfo& current, int value,
-                                               bool byHeight) const;
+    std::optional<VYRResolutionInfo> nextInRow(const VYRResolutionInfo& current, int value, bool byHeight) const;
 
 private:
     struct Slot

@@ -16,9 +16,8 @@ namespace {
 
 std::array<QColor, 3> cellColours(bool grayscale)
 {
-    if (grayscale) {
+    if (grayscale)
         return {QColor(96, 96, 96), QColor(64, 64, 64), QColor(32, 32, 32)};
-    }
     return {QColor(255, 0, 0), QColor(0, 255, 0), QColor(0, 0, 255)};
 }
 
@@ -35,12 +34,10 @@ bool sameSize(const VYRResolutionInfo& a, const VYRResolutionInfo& b)
 
 Qt::CursorShape cursorFor(DragMode mode, QPoint press, QSize widget)
 {
-    if (mode == DragMode::Width) {
+    if (mode == DragMode::Width)
         return Qt::SizeHorCursor;
-    }
-    if (mode == DragMode::Height) {
+    if (mode == DragMode::Height)
         return Qt::SizeVerCursor;
-    }
     const bool left = 2 * press.x() < widget.width();
     const bool top = 2 * press.y() < widget.height();
     return left == top ? Qt::SizeFDiagCursor : Qt::SizeBDiagCursor;
@@ -48,13 +45,13 @@ Qt::CursorShape cursorFor(DragMode mode, QPoint press, QSize widget)
 
 } // namespace
 
-ResolutionVisualization::ResolutionVisualization(const ResolutionTable& table,
-                                                 const VYRResolutionInfo& resolution, QWidget* parent)
-    : QWidget(parent),
-      _table(table),
-      _cameraResolution(resolution),
-      _sensorBinning(resolution.binning),
-      _cellColours(cellColours(_sensorGrayscale))
+ResolutionVisualization::ResolutionVisualization(const ResolutionTable& table, const VYRResolutionInfo& resolution,
+                                                 QWidget* parent)
+    : QWidget(parent)
+    , _table(table)
+    , _cameraResolution(resolution)
+    , _sensorBinning(resolution.binning)
+    , _cellColours(cellColours(_sensorGrayscale))
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -82,17 +79,15 @@ int ResolutionVisualization::sensorBinning() const
 
 void ResolutionVisualization::setSensorBinning(int binning)
 {
-    if (binning == _sensorBinning) {
+    if (binning == _sensorBinning)
         return;
-    }
     _sensorBinning = binning;
     dropMosaic();
-    const QSize size = rebinned({_cameraResolution.width, _cameraResolution.height},
-                                _cameraResolution.binning, binning);
+    const QSize size =
+        rebinned({_cameraResolution.width, _cameraResolution.height}, _cameraResolution.binning, binning);
     const auto found = _table.nearest(size.width(), size.height(), binning);
-    if (found && (found->binning != _cameraResolution.binning || !sameSize(*found, _cameraResolution))) {
+    if (found && (found->binning != _cameraResolution.binning || !sameSize(*found, _cameraResolution)))
         commitResolution(*found);
-    }
 }
 
 QSize ResolutionVisualization::sensorResolution() const
@@ -155,40 +150,35 @@ void ResolutionVisualization::hideEvent(QHideEvent* event)
 
 void ResolutionVisualization::mouseMoveEvent(QMouseEvent* event)
 {
-    if (_dragMode != DragMode::None) {
+    if (_dragMode != DragMode::None)
         dragTo(event->pos());
-    }
 }
 
 void ResolutionVisualization::mousePressEvent(QMouseEvent* event)
 {
     // One button only: a second one pressed in the middle of a drag must not begin another.
-    if (event->button() == Qt::LeftButton) {
+    if (event->button() == Qt::LeftButton)
         beginDrag(event->pos());
-    }
 }
 
 void ResolutionVisualization::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) {
+    if (event->button() == Qt::LeftButton)
         endDrag();
-    }
 }
 
 void ResolutionVisualization::paintEvent(QPaintEvent*)
 {
     if (_mosaic.isNull() || _mosaic.devicePixelRatioF() < devicePixelRatioF()
-        || _mosaic.devicePixelRatioF() > devicePixelRatioF()) {
+        || _mosaic.devicePixelRatioF() > devicePixelRatioF())
         buildMosaic();
-    }
     QPainter painter(this);
     painter.drawPixmap(0, 0, _mosaic);
 
     const QRect window = currentWindow();
     const QVector<QRect> bands = bandsOutside(size(), window);
-    for (const QRect& band : bands) {
+    for (const QRect& band : bands)
         painter.fillRect(band, withAlpha(Qt::black, 0.82));
-    }
     painter.setPen(withAlpha(Qt::white, 0.5));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     painter.setPen(QPen(QBrush(Qt::white, Qt::SolidPattern), 2, Qt::DotLine, Qt::SquareCap, Qt::RoundJoin));
@@ -241,17 +231,15 @@ void ResolutionVisualization::beginDrag(QPoint cursor)
     _startWindow = currentWindow();
     _dragWindow = _startWindow;
     _dragMode = dragModeAt(cursor, _startWindow);
-    if (_dragMode != DragMode::None) {
+    if (_dragMode != DragMode::None)
         QGuiApplication::setOverrideCursor(cursorFor(_dragMode, cursor, size()));
-    }
 }
 
 void ResolutionVisualization::dragTo(QPoint cursor)
 {
     const QRect window = draggedWindow(_startWindow, _dragMode, _pressPoint, cursor, size());
-    if (window == _dragWindow) {
+    if (window == _dragWindow)
         return;
-    }
     _dragWindow = window;
     commitDragged(window);
 }
@@ -260,16 +248,14 @@ void ResolutionVisualization::commitDragged(QRect window)
 {
     const QSize wanted = sensorPixels(window, size(), _sensorResolution, _cameraResolution.binning);
     const auto found = _table.nearest(wanted.width(), wanted.height(), _cameraResolution.binning);
-    if (!found) {
+    if (!found)
         return;
-    }
     if (sameSize(*found, _cameraResolution)) {
         update();
         return;
     }
-    if (found->binning != _mosaicBinning) {
+    if (found->binning != _mosaicBinning)
         dropMosaic();
-    }
     // Sent twice, deliberately: receivers are written for a drag that repeats itself.
     commitResolution(*found);
     commitResolution(*found);

@@ -109,6 +109,6 @@ private:
 
     DragMode _dragMode = DragMode::None;
     QPoint _pressPoint;
-    QRect _startWindow;  // when the drag began
-    QRect _dragWindow;   // as dragged last
+    QRect _startWindow; // when the drag began
+    QRect _dragWindow;  // as dragged last
 };

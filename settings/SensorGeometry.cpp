@@ -17,9 +17,8 @@ constexpr int grabDistance = 8; // widget pixels
 
 int factor(int exponentBits)
 {
-    if ((exponentBits & 2) != 0) {
+    if ((exponentBits & 2) != 0)
         return 4;
-    }
     return (exponentBits & 1) != 0 ? 2 : 1;
 }
 
@@ -40,10 +39,10 @@ int verticalBits(int binning)
 
 int shifted(int extent, int exponent)
 {
-    const std::int64_t wide = exponent >= 0 ? std::int64_t{extent} * (std::int64_t{1} << exponent)
-                                            : std::int64_t{extent} >> -exponent;
-    return static_cast<int>(std::clamp<std::int64_t>(wide, std::numeric_limits<int>::min(),
-                                                     std::numeric_limits<int>::max()));
+    const std::int64_t wide =
+        exponent >= 0 ? std::int64_t{extent} * (std::int64_t{1} << exponent) : std::int64_t{extent} >> -exponent;
+    return static_cast<int>(
+        std::clamp<std::int64_t>(wide, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 int within(int position, int extent)
@@ -67,9 +66,8 @@ BinningFactors binningFactors(int binning)
 
 int truncated(float value)
 {
-    if (std::isnan(value)) {
+    if (std::isnan(value))
         return 0;
-    }
     constexpr float limit = 16777216.0F;
     return static_cast<int>(std::clamp(value, -limit, limit));
 }
@@ -78,10 +76,8 @@ QSize sensorSize(const ResolutionTable& table)
 {
     const QSize sensor(752, 480);
     const auto largest = table.largest(0);
-    if (largest
-        && std::int64_t{largest->width} * largest->height > std::int64_t{sensor.width()} * sensor.height()) {
+    if (largest && std::int64_t{largest->width} * largest->height > std::int64_t{sensor.width()} * sensor.height())
         return {largest->width, largest->height};
-    }
     return sensor;
 }
 
@@ -94,10 +90,8 @@ QRect captureWindow(QSize widget, QSize sensor, const VYRResolutionInfo& mode)
     const float shareOfHeight = static_cast<float>(mode.height) / binnedHeight;
     const auto width = static_cast<float>(widget.width());
     const auto height = static_cast<float>(widget.height());
-    return {truncated(width * 0.5F * (1.0F - shareOfWidth)),
-            truncated(height * 0.5F * (1.0F - shareOfHeight)),
-            truncated(shareOfWidth * width),
-            truncated(shareOfHeight * height)};
+    return {truncated(width * 0.5F * (1.0F - shareOfWidth)), truncated(height * 0.5F * (1.0F - shareOfHeight)),
+            truncated(shareOfWidth * width), truncated(shareOfHeight * height)};
 }
 
 QVector<QRect> bandsOutside(QSize widget, QRect window)
@@ -106,26 +100,22 @@ QVector<QRect> bandsOutside(QSize widget, QRect window)
     const int rightOf = window.right() + 1;
     const QRect area(QPoint(0, 0), widget);
     QVector<QRect> bands;
-    for (const QRect& band : {QRect(0, 0, widget.width(), window.top()),
-                              QRect(0, below, widget.width(), widget.height() - below),
-                              QRect(0, window.top(), window.left(), window.height()),
-                              QRect(rightOf, window.top(), widget.width() - rightOf, window.height())}) {
-        if (band.isValid()) {
+    for (const QRect& band :
+         {QRect(0, 0, widget.width(), window.top()), QRect(0, below, widget.width(), widget.height() - below),
+          QRect(0, window.top(), window.left(), window.height()),
+          QRect(rightOf, window.top(), widget.width() - rightOf, window.height())})
+        if (band.isValid())
             bands.append(band & area);
-        }
-    }
     return bands;
 }
 
 QVector<int> cellStarts(float cellSize, int extent)
 {
     QVector<int> starts;
-    if (!(cellSize >= 1.0F)) {
+    if (!(cellSize >= 1.0F))
         return starts;
-    }
-    for (float start = 0.0F; truncated(start) < extent; start += cellSize) {
+    for (float start = 0.0F; truncated(start) < extent; start += cellSize)
         starts.append(truncated(start));
-    }
     return starts;
 }
 
@@ -138,12 +128,10 @@ DragMode dragModeAt(QPoint cursor, QRect window)
 {
     const int dx = std::min(std::abs(cursor.x() - window.left()), std::abs(cursor.x() - window.right()));
     const int dy = std::min(std::abs(cursor.y() - window.top()), std::abs(cursor.y() - window.bottom()));
-    if (dx < grabDistance && dy < grabDistance) {
+    if (dx < grabDistance && dy < grabDistance)
         return DragMode::Both;
-    }
-    if (dx < dy) {
+    if (dx < dy)
         return dx < grabDistance ? DragMode::Width : DragMode::None;
-    }
     return dy < grabDistance ? DragMode::Height : DragMode::None;
 }
 

@@ -21,13 +21,7 @@ struct BinningFactors
 };
 
 /// What the user changes by dragging an edge or a corner of the capture window.
-enum class DragMode
-{
-    None,
-    Width,
-    Height,
-    Both
-};
+enum class DragMode { None, Width, Height, Both };
 
 BinningFactors binningFactors(int binning);
 

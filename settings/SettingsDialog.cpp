@@ -47,9 +47,8 @@ void SettingsDialog::build(const QString& title, const QWidget* centreOn)
     setModal(false);
     setMinimumSize(600, 450);
     setFixedSize(sizeHint().expandedTo(minimumSize()));
-    if (centreOn != nullptr) {
+    if (centreOn != nullptr)
         centreOver(*centreOn);
-    }
 }
 
 QTabWidget* SettingsDialog::tabWidget() const
@@ -65,13 +64,11 @@ void SettingsDialog::setCurrentTab(int index)
 void SettingsDialog::accept()
 {
     // The mode before the app: an app that is switched to must start in the mode that was chosen with it.
-    if (_cameraTab != nullptr && _host->cameraDevice()->IsOpen()) {
+    if (_cameraTab != nullptr && _host->cameraDevice()->IsOpen())
         acceptResolution();
-    }
     const int app = _appsTab != nullptr ? _appsTab->selectedAppOtherThan(_currentAppIndex) : -1;
-    if (app >= 0) {
+    if (app >= 0)
         emit AppChanged(app);
-    }
     QDialog::accept();
 }
 
@@ -99,9 +96,8 @@ void SettingsDialog::acceptResolution()
 {
     ResolutionSettings& editor = *_cameraTab->resolutionSettings();
     editor.finishTyping(); // Ok may come from the keyboard, with the focus still in the editor
-    if (!editor.isModified()) {
+    if (!editor.isModified())
         return;
-    }
     const VYRResolutionInfo resolution = editor.resolution();
     emit ResolutionChanged(resolution);
     AppSettings& settings = AppSettings::instance();

@@ -53,14 +53,12 @@ Camera::Camera(std::unique_ptr<Source> source)
 Camera::~Camera()
 {
     _stopping = true;
-    if (!_thread.joinable()) {
+    if (!_thread.joinable())
         return;
-    }
-    if (_thread.get_id() == std::this_thread::get_id()) {
+    if (_thread.get_id() == std::this_thread::get_id())
         _thread.detach(); // closed by its own callback: this is the last thing the thread does
-    } else {
+    else
         _thread.join();
-    }
 }
 
 std::string Camera::deviceName() const
@@ -70,14 +68,12 @@ std::string Camera::deviceName() const
 
 bool Camera::start(FrameCallback callback, void* userData)
 {
-    if (isStreamingThread()) {
+    if (isStreamingThread())
         return false;
-    }
     const std::lock_guard<std::mutex> lock(_startStopMutex);
     _stopping = true;
-    if (_thread.joinable()) {
+    if (_thread.joinable())
         _thread.join();
-    }
     _stopping = false;
     VYRResolutionInfo streamingMode = {};
     {
@@ -107,16 +103,14 @@ void Camera::stop()
     }
     const std::lock_guard<std::mutex> lock(_startStopMutex);
     _stopping = true;
-    if (_thread.joinable()) {
+    if (_thread.joinable())
         _thread.join();
-    }
 }
 
 bool Camera::setMode(const VYRResolutionInfo& mode)
 {
-    if (!isSupported(mode)) {
+    if (!isSupported(mode))
         return false;
-    }
     const std::lock_guard<std::mutex> lock(_settingsMutex);
     _mode = mode;
     return true;
@@ -162,18 +156,16 @@ void Camera::stream(FrameMaker& maker, float fps, FrameCallback callback, void* 
     while (!_stopping) {
         const std::int64_t due = schedule.due(tick);
         sleepUntil(due, _stopping);
-        if (_stopping) {
+        if (_stopping)
             break;
-        }
         const std::int64_t age = due - _opened;
         const double seconds = static_cast<double>(age) * 1e-9;
         const Controls settings = controls();
         if (VYRFrame1* const frame = makeFrame(maker, seconds, settings, told)) {
             frame->timestamp = static_cast<std::uint32_t>(age / timestampUnit);
             frame->frameCounter = static_cast<std::uint32_t>(tick);
-            if (delivered++ % framesPerSensorReading == 0) {
+            if (delivered++ % framesPerSensorReading == 0)
                 _inertialUnit.measure(seconds, settings.accelRange, settings.gyroRange, *frame);
-            }
             callback(reinterpret_cast<const VYRFrameRecord*>(frame), userData);
         }
         tick = schedule.next(tick, monotonicNow());

@@ -66,17 +66,17 @@ private:
     const std::unique_ptr<Source> _source;
     const std::int64_t _opened;
 
-    std::mutex _startStopMutex;               ///< guards _thread
+    std::mutex _startStopMutex; ///< guards _thread
     std::thread _thread;
     std::atomic<std::thread::id> _streamingThread = {};
     std::atomic<bool> _stopping = false;
 
-    mutable std::mutex _settingsMutex;        ///< guards the three below
+    mutable std::mutex _settingsMutex; ///< guards the three below
     Controls _controls;
     VYRResolutionInfo _mode;
     std::optional<VYRResolutionInfo> _streamingMode;
 
-    FrameRing _ring;                          ///< as the one below, the streaming thread's
+    FrameRing _ring; ///< as the one below, the streaming thread's
     InertialUnit _inertialUnit;
 };
 

@@ -8,15 +8,15 @@ namespace simulator {
 /// What the receiver asked of the picture and of the inertial sensors. A value.
 struct Controls
 {
-    double exposure = 0.0;  ///< 1 to 100 % of the longest exposure; 0 automatic
-    double gain = 0.0;      ///< 1 to 100, 50 neutral; 0 automatic
-    double led = 0.0;       ///< 0 (off) to 100 %
+    double exposure = 0.0; ///< 1 to 100 % of the longest exposure; 0 automatic
+    double gain = 0.0;     ///< 1 to 100, 50 neutral; 0 automatic
+    double led = 0.0;      ///< 0 (off) to 100 %
     bool horizontalFlip = false;
     bool verticalFlip = false;
     bool swapCameras = false;
     bool undistort = false;
-    int accelRange = 0;     ///< VYRAccelRange
-    int gyroRange = 0;      ///< VYRGyroRange
+    int accelRange = 0; ///< VYRAccelRange
+    int gyroRange = 0;  ///< VYRGyroRange
 };
 
 /// A number set by a receiver, brought into 0 to 100; what is no number becomes 0.

@@ -19,19 +19,16 @@ FrameMaker::FrameMaker(const VYRResolutionInfo& mode, Source& source, FrameRing&
 VYRFrame1* FrameMaker::make(double seconds, const Controls& controls)
 {
     StereoPicture picture;
-    if (!_source.next({seconds, _window.y, _window.height, controls.undistort}, picture)) {
+    if (!_source.next({seconds, _window.y, _window.height, controls.undistort}, picture))
         return nullptr;
-    }
     if (controls.undistort && !_source.undistorts()) {
-        if (!_lensCorrection) {
+        if (!_lensCorrection)
             _lensCorrection.emplace();
-        }
         picture.left = _lensCorrection->correctLeft(picture.left, _window.y, _window.height);
         picture.right = _lensCorrection->correctRight(picture.right, _window.y, _window.height);
     }
-    if (controls.swapCameras) {
+    if (controls.swapCameras)
         std::swap(picture.left, picture.right);
-    }
     const FrameSlot slot = _ring.next();
     slot.record->width = _mode.width;
     slot.record->height = _mode.height;

@@ -35,9 +35,8 @@ void FrameRing::Release::operator()(void* memory) const
 FrameRing::FrameRing()
     : _memory(std::aligned_alloc(pageSize, recordsSpace + capacity * 2 * pictureSpace))
 {
-    if (_memory == nullptr) {
+    if (_memory == nullptr)
         throw std::bad_alloc();
-    }
 }
 
 FrameSlot FrameRing::next()

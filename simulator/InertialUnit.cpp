@@ -14,8 +14,8 @@ constexpr double warmTemperature = 41.0;
 constexpr double warmUpSeconds = 240.0;
 constexpr float converterSteps = 32768.0F;
 
-constexpr float accelNoise = 0.004F;     // g
-constexpr float gyroNoise = 0.06F;       // degrees per second
+constexpr float accelNoise = 0.004F; // g
+constexpr float gyroNoise = 0.06F;   // degrees per second
 constexpr float temperatureNoise = 0.05F;
 
 float converted(float value, float fullScale)

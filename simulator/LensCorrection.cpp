@@ -57,9 +57,8 @@ LensCorrection::LensCorrection()
 
             const int pixel = y * sensorWidth + x;
             const int shift = top * sensorWidth + left - pixel;
-            if (x == 0 || _runs.back().shift != shift) {
+            if (x == 0 || _runs.back().shift != shift)
                 _runs.push_back({pixel, pixel, shift});
-            }
             _runs.back().end = pixel + 1;
         }
     }

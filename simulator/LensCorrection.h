@@ -38,7 +38,7 @@ private:
     void correct(const std::uint8_t* sensor, int firstRow, int rowCount, std::vector<std::uint8_t>& out) const;
 
     std::vector<Run> _runs;
-    std::vector<std::size_t> _firstRuns;    ///< of each row, and the end
+    std::vector<std::size_t> _firstRuns;     ///< of each row, and the end
     std::vector<std::uint8_t> _rightWeights; ///< of the two pixels to the right, in 1/128
     std::vector<std::uint8_t> _lowerWeights; ///< of the two pixels below
     std::vector<std::uint8_t> _left;

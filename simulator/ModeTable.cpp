@@ -24,18 +24,12 @@ constexpr std::array<int, 9> binningCodes = {0, 4, 8, 1, 5, 9, 2, 6, 10};
 /// The sizes along one side of the picture: the whole binned side, and the multiples of a step from a quarter of it.
 struct Sizes
 {
-    int whole;  ///< the binned side
+    int whole; ///< the binned side
     int step;
 
-    int largest() const
-    {
-        return whole / 4 * 4;
-    }
+    int largest() const { return whole / 4 * 4; }
 
-    int smallest() const
-    {
-        return (whole / 4 + step - 1) / step * step;
-    }
+    int smallest() const { return (whole / 4 + step - 1) / step * step; }
 
     /// The next smaller size, or 0 when there is none.
     int after(int size) const
@@ -60,32 +54,26 @@ float maximumFps(int rowsRead)
 
 int enumerateModes(VYRResolutionInfo* list, int capacity, int width, int height, int binning, float fps)
 {
-    if (list == nullptr) {
+    if (list == nullptr)
         return 0;
-    }
     int count = 0;
     for (const int code : binningCodes) {
-        if (!matches(binning, code)) {
+        if (!matches(binning, code))
             continue;
-        }
         const Sizes widths = {sensorWidth / horizontalBinning(code), 16};
         const Sizes heights = {sensorHeight / verticalBinning(code), 8};
         for (int w = widths.largest(); w > 0; w = widths.after(w)) {
-            if (!matches(width, w)) {
+            if (!matches(width, w))
                 continue;
-            }
             for (int h = heights.largest(); h > 0; h = heights.after(h)) {
-                if (!matches(height, h)) {
+                if (!matches(height, h))
                     continue;
-                }
                 const float fastest = maximumFps(h * verticalBinning(code));
                 const float rate = fps == anyFps ? std::min(usualFps, fastest) : fps;
-                if (!(rate >= slowestFps && rate <= fastest)) { // a rate that is no number matches nothing
+                if (!(rate >= slowestFps && rate <= fastest)) // a rate that is no number matches nothing
                     continue;
-                }
-                if (count >= capacity) {
+                if (count >= capacity)
                     return count;
-                }
                 list[count++] = {w, h, code, rate, slowestFps, fastest};
             }
         }
@@ -95,9 +83,8 @@ int enumerateModes(VYRResolutionInfo* list, int capacity, int width, int height,
 
 bool isSupported(const VYRResolutionInfo& mode)
 {
-    if (mode.width == any || mode.height == any || mode.binning == any || mode.fps == anyFps) {
+    if (mode.width == any || mode.height == any || mode.binning == any || mode.fps == anyFps)
         return false;
-    }
     VYRResolutionInfo found = {};
     return enumerateModes(&found, 1, mode.width, mode.height, mode.binning, mode.fps) == 1;
 }

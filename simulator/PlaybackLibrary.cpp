@@ -16,9 +16,8 @@ std::string besideThisLibrary(const std::string& fileName)
 {
     static const char anAddressInHere = 0;
     Dl_info info = {};
-    if (dladdr(&anAddressInHere, &info) == 0 || info.dli_fname == nullptr) {
+    if (dladdr(&anAddressInHere, &info) == 0 || info.dli_fname == nullptr)
         return fileName;
-    }
     const std::string path = info.dli_fname;
     const std::string::size_type slash = path.rfind('/');
     return slash == std::string::npos ? fileName : path.substr(0, slash + 1) + fileName;
@@ -30,13 +29,11 @@ SourceResult makePlaybackSource(const std::string& path)
 {
     const std::string module = besideThisLibrary(playbackModuleFile);
     void* const library = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) {
+    if (library == nullptr)
         return {nullptr, std::string("cannot load the playback module: ") + dlerror()};
-    }
     const auto make = reinterpret_cast<PlaybackEntry>(dlsym(library, playbackEntryName));
-    if (make == nullptr) {
+    if (make == nullptr)
         return {nullptr, module + " is not the playback module of this library"};
-    }
     SourceResult result;
     result.source.reset(make(path.c_str(), &result.error));
     return result;

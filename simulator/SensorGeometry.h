@@ -7,8 +7,8 @@
 
 namespace simulator {
 
-constexpr int sensorWidth = 752;   ///< columns of each sensor
-constexpr int sensorHeight = 480;  ///< rows of each sensor
+constexpr int sensorWidth = 752;  ///< columns of each sensor
+constexpr int sensorHeight = 480; ///< rows of each sensor
 constexpr int sensorArea = sensorWidth * sensorHeight;
 
 /// Columns that one pixel of the picture is averaged from: 1, 2 or 4.

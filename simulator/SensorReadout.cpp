@@ -30,9 +30,8 @@ void averageColumns(const std::uint16_t* sums, int width, int shift, std::uint8_
     const unsigned half = (1U << shift) / 2U;
     for (int x = 0; x < width; ++x) {
         unsigned sum = half;
-        for (int i = 0; i < columns; ++i) {
+        for (int i = 0; i < columns; ++i)
             sum += sums[columns * x + i];
-        }
         out[x] = static_cast<std::uint8_t>(sum >> shift);
     }
 }
@@ -76,29 +75,25 @@ void SensorReadout::read(const std::uint8_t* sensor, const Controls& controls, s
         const std::uint8_t* const pixels = litRow(binnedRow(sensor, y), controls, y);
         const int target = controls.verticalFlip ? _mode.height - 1 - y : y;
         std::uint8_t* const out = picture + static_cast<std::size_t>(target) * stride;
-        if (controls.horizontalFlip) {
+        if (controls.horizontalFlip)
             std::reverse_copy(pixels, pixels + width, out);
-        } else {
+        else
             std::memcpy(out, pixels, width);
-        }
     }
 }
 
 const std::uint8_t* SensorReadout::binnedRow(const std::uint8_t* sensor, int row)
 {
     const std::uint8_t* const top = sensor + (_window.y + row * _rows) * sensorWidth + _window.x;
-    if (_columns == 1 && _rows == 1) {
+    if (_columns == 1 && _rows == 1)
         return top;
-    }
     const auto width = static_cast<std::size_t>(_window.width);
-    for (std::size_t x = 0; x < width; ++x) {
+    for (std::size_t x = 0; x < width; ++x)
         _sums[x] = top[x];
-    }
     for (int i = 1; i < _rows; ++i) {
         const std::uint8_t* const next = top + i * sensorWidth;
-        for (std::size_t x = 0; x < width; ++x) {
+        for (std::size_t x = 0; x < width; ++x)
             _sums[x] = static_cast<std::uint16_t>(_sums[x] + next[x]);
-        }
     }
     const int shift = (_columns == 4 ? 2 : _columns - 1) + (_rows == 4 ? 2 : _rows - 1);
     switch (_columns) {
@@ -118,15 +113,13 @@ const std::uint8_t* SensorReadout::binnedRow(const std::uint8_t* sensor, int row
 const std::uint8_t* SensorReadout::litRow(const std::uint8_t* pixels, const Controls& controls, int row)
 {
     const auto factor = static_cast<float>(256.0 * brightnessFactor(controls));
-    if (factor == 256.0F && controls.led == 0.0) {
+    if (factor == 256.0F && controls.led == 0.0)
         return pixels;
-    }
     const auto width = static_cast<std::size_t>(_mode.width);
-    const float lamp = static_cast<float>(controls.led) / 100.0F * lampStrength
-        * _lampRows[static_cast<std::size_t>(row)] * factor;
-    for (std::size_t x = 0; x < width; ++x) {
+    const float lamp =
+        static_cast<float>(controls.led) / 100.0F * lampStrength * _lampRows[static_cast<std::size_t>(row)] * factor;
+    for (std::size_t x = 0; x < width; ++x)
         _factors[x] = static_cast<std::uint16_t>(static_cast<std::int32_t>(factor + lamp * _lampColumns[x] + 0.5F));
-    }
     multiply(pixels, _factors.data(), _mode.width, _lit.data());
     return _lit.data();
 }

@@ -37,8 +37,8 @@ private:
 
     VYRResolutionInfo _mode;
     SensorWindow _window;
-    int _columns; ///< sensor columns per pixel
-    int _rows;    ///< sensor rows per pixel
+    int _columns;                                     ///< sensor columns per pixel
+    int _rows;                                        ///< sensor rows per pixel
     std::array<float, sensorWidth> _lampColumns = {}; ///< what the lamp adds, across the picture
     std::array<float, sensorHeight> _lampRows = {};   ///< and down it
     std::array<std::uint16_t, sensorWidth> _sums = {};

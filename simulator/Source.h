@@ -18,10 +18,10 @@ struct StereoPicture
 /// What is asked of a source for one frame.
 struct PictureRequest
 {
-    double seconds;  ///< when the frame is due, since the camera was opened
-    int firstRow;    ///< the rows of the sensors that are read: what is in the others does not matter
+    double seconds; ///< when the frame is due, since the camera was opened
+    int firstRow;   ///< the rows of the sensors that are read: what is in the others does not matter
     int rowCount;
-    bool undistort;  ///< the receiver wants the lenses' distortion removed
+    bool undistort; ///< the receiver wants the lenses' distortion removed
 };
 
 /// Gives the picture pairs, one per frame. Implemented by the synthetic scene and by the playback of recordings.

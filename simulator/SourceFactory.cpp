@@ -20,15 +20,12 @@ constexpr std::string_view playback = "playback:";
 SourceResult makeSource(const char* text)
 {
     const std::string_view wanted = text != nullptr ? text : "";
-    if (wanted.empty()) {
+    if (wanted.empty())
         return {std::make_unique<SyntheticSource>(), {}};
-    }
-    if (wanted == noCamera) {
+    if (wanted == noCamera)
         return {};
-    }
-    if (wanted.substr(0, playback.size()) == playback) {
+    if (wanted.substr(0, playback.size()) == playback)
         return makePlaybackSource(std::string(wanted.substr(playback.size())));
-    }
     return {nullptr, "unknown source, expected none, playback:FOLDER or playback:FILE"};
 }
 

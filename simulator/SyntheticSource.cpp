@@ -31,9 +31,8 @@ std::uint32_t nextRandom(std::uint32_t& state)
 std::uint8_t roomGrey(const Room& room, int eye, int x, int y)
 {
     float sum = 0.0F;
-    for (const float part : {-0.25F, 0.25F}) {
+    for (const float part : {-0.25F, 0.25F})
         sum += Scene::grey(room.meet(Scene::sight(eye, static_cast<float>(x) + part, static_cast<float>(y) + part)));
-    }
     return static_cast<std::uint8_t>(0.5F * sum + 0.5F);
 }
 
@@ -41,15 +40,12 @@ std::vector<std::uint8_t> stillPicture(const Scene& scene, int eye)
 {
     std::vector<std::uint8_t> picture;
     picture.reserve(sensorArea);
-    for (int y = 0; y < sensorHeight; ++y) {
-        for (int x = 0; x < sensorWidth; ++x) {
+    for (int y = 0; y < sensorHeight; ++y)
+        for (int x = 0; x < sensorWidth; ++x)
             picture.push_back(roomGrey(scene.room(), eye, x, y));
-        }
-    }
     ScenePainter painter(picture.data(), eye, 0, sensorHeight);
-    for (const Box& box : scene.stillBoxes()) {
+    for (const Box& box : scene.stillBoxes())
         painter.paint(box);
-    }
     return picture;
 }
 
@@ -77,13 +73,11 @@ void paintThings(ScenePainter& painter, const MovingThings& things)
     std::sort(balls.begin(), balls.end(), further);
     auto box = boxes.begin();
     auto ball = balls.begin();
-    while (box != boxes.end() || ball != balls.end()) {
-        if (ball == balls.end() || (box != boxes.end() && (*box)->centre.z > (*ball)->centre.z)) {
+    while (box != boxes.end() || ball != balls.end())
+        if (ball == balls.end() || (box != boxes.end() && (*box)->centre.z > (*ball)->centre.z))
             painter.paint(**box++);
-        } else {
+        else
             painter.paint(**ball++);
-        }
-    }
 }
 
 } // namespace
@@ -99,9 +93,8 @@ SyntheticSource::SyntheticSource()
     for (std::size_t i = 0; i < noiseSize + sensorWidth; ++i) {
         // The sum of four dice is close to the bell curve that a sensor's noise has.
         int sum = -6;
-        for (unsigned die = 0; die < 4; ++die) {
+        for (unsigned die = 0; die < 4; ++die)
             sum += static_cast<int>((nextRandom(_random) >> 10U) & 3U);
-        }
         _noise.push_back(static_cast<std::uint8_t>(std::clamp(sum, -noiseLimit, noiseLimit)));
     }
 }
@@ -128,9 +121,8 @@ bool SyntheticSource::next(const PictureRequest& request, StereoPicture& picture
         ScenePainter painter(pixels, eye, request.firstRow, endRow);
         paintShadows(painter, things, _scene.room());
         paintThings(painter, things);
-        for (int y = request.firstRow; y < endRow; ++y) {
+        for (int y = request.firstRow; y < endRow; ++y)
             addNoise(pixels + static_cast<std::ptrdiff_t>(y) * sensorWidth);
-        }
     }
     picture = {_pictures[0].data(), _pictures[1].data()};
     return true;
@@ -139,9 +131,8 @@ bool SyntheticSource::next(const PictureRequest& request, StereoPicture& picture
 void SyntheticSource::addNoise(std::uint8_t* row)
 {
     const std::uint8_t* const noise = _noise.data() + (nextRandom(_random) >> 5U) % noiseSize;
-    for (int x = 0; x < sensorWidth; ++x) {
+    for (int x = 0; x < sensorWidth; ++x)
         row[x] = static_cast<std::uint8_t>(row[x] + noise[x]);
-    }
 }
 
 } // namespace simulator

@@ -27,10 +27,7 @@ public:
     bool next(const PictureRequest& request, StereoPicture& picture) override;
 
     /// The scene, whose geometry tells the true disparities.
-    const Scene& scene() const
-    {
-        return _scene;
-    }
+    const Scene& scene() const { return _scene; }
 
 private:
     void addNoise(std::uint8_t* row);

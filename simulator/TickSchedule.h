@@ -21,22 +21,17 @@ public:
     }
 
     /// When a tick is due. Computed from the start, not from the tick before: errors do not add up.
-    std::int64_t due(std::int64_t tick) const
-    {
-        return _start + std::llround(static_cast<double>(tick) * 1e9 / _fps);
-    }
+    std::int64_t due(std::int64_t tick) const { return _start + std::llround(static_cast<double>(tick) * 1e9 / _fps); }
 
     /// The tick to make after `tick`, at the time `now`: the following one, or, if its frame time is over as well, the
     /// first that is still to come. Ticks in between are missed, never made up for.
     std::int64_t next(std::int64_t tick, std::int64_t now) const
     {
-        if (now < due(tick + 2)) {
+        if (now < due(tick + 2))
             return tick + 1;
-        }
         auto first = static_cast<std::int64_t>(std::floor(static_cast<double>(now - _start) * _fps / 1e9));
-        while (due(first) < now) {
+        while (due(first) < now)
             ++first;
-        }
         return first;
     }
 

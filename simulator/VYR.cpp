@@ -55,33 +55,29 @@ std::shared_ptr<Camera> makeCamera()
     std::string error;
     try {
         simulator::SourceResult result = simulator::makeSource(wanted);
-        if (result.source != nullptr) {
+        if (result.source != nullptr)
             return std::make_shared<Camera>(std::move(result.source));
-        }
         error = result.error;
     } catch (const std::exception& exception) {
         error = exception.what();
     }
-    if (!error.empty()) {
+    if (!error.empty())
         std::fprintf(stderr, "libVYR: VYR_SOURCE=%s: %s\n", wanted != nullptr ? wanted : "", error.c_str());
-    }
     return nullptr;
 }
 
 int writeText(char* buffer, const std::string& text)
 {
-    if (buffer == nullptr) {
+    if (buffer == nullptr)
         return VYRValueRefused;
-    }
     std::snprintf(buffer, textSize, "%s", text.c_str());
     return VYRSuccess;
 }
 
 int writeFrameSize(const Camera& camera, int* width, int* height)
 {
-    if (width == nullptr || height == nullptr) {
+    if (width == nullptr || height == nullptr)
         return VYRValueRefused;
-    }
     const VYRResolutionInfo mode = camera.mode();
     *width = mode.width;
     *height = mode.height;
@@ -90,9 +86,8 @@ int writeFrameSize(const Camera& camera, int* width, int* height)
 
 int writeZero(std::int32_t* value)
 {
-    if (value == nullptr) {
+    if (value == nullptr)
         return VYRValueRefused;
-    }
     *value = 0;
     return VYRSuccess;
 }
@@ -136,9 +131,8 @@ int setFlag(Camera& camera, bool Controls::*control, int value)
 int setRanges(Camera& camera, int accelRange, int gyroRange)
 {
     if (accelRange < VYR_ACCEL_RANGE_2G || accelRange > VYR_ACCEL_RANGE_16G || gyroRange < VYR_GYRO_RANGE_250
-        || gyroRange > VYR_GYRO_RANGE_2000) {
+        || gyroRange > VYR_GYRO_RANGE_2000)
         return VYRValueRefused;
-    }
     camera.setControls([accelRange, gyroRange](Controls& controls) {
         controls.accelRange = accelRange;
         controls.gyroRange = gyroRange;
@@ -179,15 +173,13 @@ int setParameter(Camera& camera, int id, va_list arguments)
 
 bool OpenVYR(void** handle)
 {
-    if (handle == nullptr) {
+    if (handle == nullptr)
         return false;
-    }
     *handle = nullptr;
     OpenCamera& open = openCamera();
     const std::lock_guard<std::mutex> lock(open.mutex);
-    if (open.camera != nullptr) {
+    if (open.camera != nullptr)
         return false;
-    }
     open.camera = makeCamera();
     *handle = open.camera.get();
     return open.camera != nullptr;
@@ -196,15 +188,13 @@ bool OpenVYR(void** handle)
 void CloseVYR(void* handle)
 {
     const std::shared_ptr<Camera> camera = cameraOf(handle);
-    if (camera == nullptr) {
+    if (camera == nullptr)
         return;
-    }
     camera->stop();
     OpenCamera& open = openCamera();
     const std::lock_guard<std::mutex> lock(open.mutex);
-    if (open.camera == camera) {
+    if (open.camera == camera)
         open.camera.reset();
-    }
 }
 
 bool StartVYR(void* handle, void (*callback)(const VYRFrameRecord* record, void* userData), void* userData,
@@ -217,9 +207,8 @@ bool StartVYR(void* handle, void (*callback)(const VYRFrameRecord* record, void*
 bool StopVYR(void* handle)
 {
     const std::shared_ptr<Camera> camera = cameraOf(handle);
-    if (camera == nullptr) {
+    if (camera == nullptr)
         return false;
-    }
     camera->stop();
     return true;
 }
@@ -244,9 +233,8 @@ const char* VYRFrameLayout()
 int __VYRParamGet__(void* handle, int id, ...)
 {
     const std::shared_ptr<Camera> camera = cameraOf(handle);
-    if (camera == nullptr) {
+    if (camera == nullptr)
         return VYRNoCamera;
-    }
     va_list arguments;
     va_start(arguments, id);
     const int result = getParameter(*camera, id, arguments);
@@ -257,9 +245,8 @@ int __VYRParamGet__(void* handle, int id, ...)
 int __VYRParamSet__(void* handle, int id, ...)
 {
     const std::shared_ptr<Camera> camera = cameraOf(handle);
-    if (camera == nullptr) {
+    if (camera == nullptr)
         return VYRNoCamera;
-    }
     va_list arguments;
     va_start(arguments, id);
     const int result = setParameter(*camera, id, arguments);

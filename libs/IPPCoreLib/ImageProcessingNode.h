@@ -59,4 +59,5 @@ private:
     WaitableQueue<NodeData*> _outputQueue{32};
 };
 
-static_assert(sizeof(std::atomic<ImageProcessingNode*>) == sizeof(ImageProcessingNode*), "the input is a plain pointer");
+static_assert(sizeof(std::atomic<ImageProcessingNode*>) == sizeof(ImageProcessingNode*),
+              "the input is a plain pointer");

@@ -13,8 +13,8 @@ double WallClockSeconds()
 {
     timeval now;
     gettimeofday(&now, nullptr);
-    const auto milliseconds = static_cast<std::uint32_t>(now.tv_sec) * 1000U
-                            + static_cast<std::uint32_t>(now.tv_usec / 1000);
+    const auto milliseconds =
+        static_cast<std::uint32_t>(now.tv_sec) * 1000U + static_cast<std::uint32_t>(now.tv_usec / 1000);
     return static_cast<std::int32_t>(milliseconds) * 0.001;
 }
 

@@ -10,8 +10,8 @@
 #include <mutex>
 #include <vector>
 
-/// Reports a pool that is destroyed while a slot still holds an object, in the words of a failed assertion in `function`,
-/// and aborts; in every build type.
+/// Reports a pool that is destroyed while a slot still holds an object, in the words of a failed assertion in
+/// `function`, and aborts; in every build type.
 [[noreturn]] IPPCORELIB_EXPORT void failObjectCacheCheck(const char* function);
 
 /// A fixed-size, non-blocking pool: the data path takes objects with Acquire() and gives them back with
@@ -35,10 +35,9 @@ public:
 
     ~ObjectCache()
     {
-        for (const Slot& slot : _objectCache) {
+        for (const Slot& slot : _objectCache)
             if (slot.obj != nullptr)
                 failObjectCacheCheck(__PRETTY_FUNCTION__);
-        }
     }
 
     ObjectCache(const ObjectCache&) = delete;

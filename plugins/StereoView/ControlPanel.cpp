@@ -107,8 +107,8 @@ QWidget* ControlPanel::buildCameraGroup()
     _exposure = addNumber(grid, QStringLiteral("Exposure"), QStringLiteral("exposure"), autoText,
                           &ControlPanel::exposureChanged);
     _gain = addNumber(grid, QStringLiteral("Gain"), QStringLiteral("gain"), autoText, &ControlPanel::gainChanged);
-    _led = addNumber(grid, QStringLiteral("LED"), QStringLiteral("led"), QStringLiteral("off"),
-                     &ControlPanel::ledChanged);
+    _led =
+        addNumber(grid, QStringLiteral("LED"), QStringLiteral("led"), QStringLiteral("off"), &ControlPanel::ledChanged);
 
     auto* const flags = new QGridLayout; // the wider ones together, so that the panel can be narrow
     _verticalFlip = addFlag(flags, 0, 0, QStringLiteral("Upside down"), QStringLiteral("verticalFlip"),
@@ -117,8 +117,8 @@ QWidget* ControlPanel::buildCameraGroup()
                               &ControlPanel::horizontalFlipChanged);
     _swapCameras = addFlag(flags, 1, 0, QStringLiteral("Swap cameras"), QStringLiteral("swapCameras"),
                            &ControlPanel::swapCamerasChanged);
-    _undistort = addFlag(flags, 1, 1, QStringLiteral("Undistort"), QStringLiteral("undistort"),
-                         &ControlPanel::undistortChanged);
+    _undistort =
+        addFlag(flags, 1, 1, QStringLiteral("Undistort"), QStringLiteral("undistort"), &ControlPanel::undistortChanged);
 
     auto* const rows = new QVBoxLayout(group);
     rows->setContentsMargins(groupMargins);
@@ -127,8 +127,8 @@ QWidget* ControlPanel::buildCameraGroup()
     return group;
 }
 
-QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const QString& name,
-                                 const QString& zeroText, NumberSignal changed)
+QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const QString& name, const QString& zeroText,
+                                 NumberSignal changed)
 {
     auto* const slider = new QSlider(Qt::Horizontal);
     slider->setObjectName(name + QStringLiteral("Slider"));
@@ -177,8 +177,7 @@ QWidget* ControlPanel::buildPictureGroup()
     for (const PictureArrangement arrangement : allArrangements)
         _arrangement->addItem(arrangementTitle(arrangement), QVariant::fromValue(arrangement));
     _inputGuard->protect(_arrangement);
-    connect(_arrangement, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &ControlPanel::onArrangementIndex);
+    connect(_arrangement, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ControlPanel::onArrangementIndex);
 
     _histogram = new HistogramView;
     _histogram->setObjectName(QStringLiteral("histogram"));
@@ -260,10 +259,10 @@ void ControlPanel::showFigures(const StreamFigures& figures)
 {
     const StreamCounts& counts = figures.counts;
     const bool rateKnown = figures.flowing && counts.framesPerSecond > 0.0F;
-    _pictureSize->setText(figures.pictureSize.isEmpty() ? noFigure()
-                                                        : QStringLiteral("%1 \u00D7 %2")
-                                                              .arg(figures.pictureSize.width())
-                                                              .arg(figures.pictureSize.height()));
+    _pictureSize->setText(
+        figures.pictureSize.isEmpty()
+            ? noFigure()
+            : QStringLiteral("%1 \u00D7 %2").arg(figures.pictureSize.width()).arg(figures.pictureSize.height()));
     _frameRate->setText(rateKnown ? QStringLiteral("%1 fps").arg(static_cast<double>(counts.framesPerSecond), 0, 'f', 1)
                                   : noFigure());
     _dropped->setText(wholeNumber(counts.dropped));

@@ -22,9 +22,9 @@ class QVBoxLayout;
 struct StreamFigures
 {
     StreamCounts counts;
-    QSize pictureSize;              ///< empty while there is no picture
-    double nodeMilliseconds = 0.0;  ///< the worker's time per frame
-    bool flowing = false;           ///< whether frames are coming
+    QSize pictureSize;             ///< empty while there is no picture
+    double nodeMilliseconds = 0.0; ///< the worker's time per frame
+    bool flowing = false;          ///< whether frames are coming
 };
 
 /// Camera controls, arrangement, histogram and figures in a panel 275 pixels wide or wider; scrolls where the window

@@ -12,10 +12,10 @@ struct VYRFrameRecord;
 /// the frame is held.
 struct RecordPictures
 {
-    int width = 0;                      ///< pixels, 1 to 16384
-    int height = 0;                     ///< pixels, 1 to 16384
-    std::uint32_t bytesPerRow = 0;      ///< from one row to the next, at least `width`
-    std::uint32_t frameCounter = 0;     ///< frames since the camera was started
+    int width = 0;                  ///< pixels, 1 to 16384
+    int height = 0;                 ///< pixels, 1 to 16384
+    std::uint32_t bytesPerRow = 0;  ///< from one row to the next, at least `width`
+    std::uint32_t frameCounter = 0; ///< frames since the camera was started
     const unsigned char* left = nullptr;
     const unsigned char* right = nullptr;
 };

@@ -43,10 +43,9 @@ QString arrangementKey(PictureArrangement arrangement)
 
 PictureArrangement arrangementOfKey(const QString& key)
 {
-    for (const PictureArrangement arrangement : allArrangements) {
+    for (const PictureArrangement arrangement : allArrangements)
         if (arrangementKey(arrangement) == key)
             return arrangement;
-    }
     return PictureArrangement::SideBySide;
 }
 

@@ -9,9 +9,9 @@
 #include <atomic>
 #include <cstdint>
 
-/// Hands the newest picture pair from the worker thread to the GUI thread. Three pairs change hands: one that the worker
-/// writes, one that the GUI shows, and one between them. Nobody waits for anybody, no pair is ever seen half written,
-/// and a pair that the GUI was too slow for is written over.
+/// Hands the newest picture pair from the worker thread to the GUI thread. Three pairs change hands: one that the
+/// worker writes, one that the GUI shows, and one between them. Nobody waits for anybody, no pair is ever seen half
+/// written, and a pair that the GUI was too slow for is written over.
 class PictureMailbox
 {
 public:

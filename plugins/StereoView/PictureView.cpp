@@ -157,10 +157,9 @@ void PictureView::paintCells(QPainter& painter)
         const QString percent = QStringLiteral("%1 %").arg(std::lround(scale * 100.0));
         paintCaption(painter, cells.back().target, Qt::AlignRight | Qt::AlignBottom, percent);
     }
-    if (!_message.isEmpty()) {
+    if (!_message.isEmpty())
         for (const PictureCell& cell : cells)
             painter.fillRect(cell.target, veil);
-    }
 }
 
 void PictureView::paintMessage(QPainter& painter)

@@ -154,8 +154,7 @@ void StereoViewApp::startStreaming()
     const VYRResolutionInfo mode = _host->currentResolution();
     _patience = patienceAt(mode.fps);
     // Without a camera nothing is wrong with the mode.
-    _modeKnown = !camera->IsOpen()
-              || camera->IsResolutionSupported(mode.binning, mode.width, mode.height, mode.fps);
+    _modeKnown = !camera->IsOpen() || camera->IsResolutionSupported(mode.binning, mode.width, mode.height, mode.fps);
     _sinceLastFrame.start();
     _sinceLastHistogram.invalidate();
 
@@ -294,7 +293,8 @@ void StereoViewApp::savePictures()
     const QImage right = _shown->Right().copy();
     _saving.start([this, folder, now, left, right] {
         const SaveOutcome outcome = savePicturePair(folder, now, left, right);
-        QMetaObject::invokeMethod(this, [this, outcome] { reportSave(outcome); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, outcome] { reportSave(outcome); }, Qt::QueuedConnection);
     });
 }
 

@@ -64,14 +64,14 @@ private:
     void sayProblem(const QString& text);
 
     HostEnvironmentInterface* _host = nullptr;
-    PictureView* _view = nullptr;     ///< in the central dock while started
-    ControlPanel* _panel = nullptr;   ///< in the side dock while started
+    PictureView* _view = nullptr;   ///< in the central dock while started
+    ControlPanel* _panel = nullptr; ///< in the side dock while started
     PictureMailbox _mailbox;
-    const PicturePair* _shown = nullptr; ///< in the mailbox; the pair on the screen, if there is one
+    const PicturePair* _shown = nullptr;   ///< in the mailbox; the pair on the screen, if there is one
     std::unique_ptr<StereoViewNode> _node; ///< while started
     bool _layoutKnown = false;
-    bool _modeKnown = false;           ///< whether the camera has the mode that it was started in
-    std::uint64_t _lastShown = 0;      ///< frames at the last look, to see whether more are coming
+    bool _modeKnown = false;      ///< whether the camera has the mode that it was started in
+    std::uint64_t _lastShown = 0; ///< frames at the last look, to see whether more are coming
     std::uint64_t _lastUnreadable = 0;
     QElapsedTimer _sinceLastFrame;
     qint64 _patience = 0; ///< ms without a frame until the user is told

@@ -54,8 +54,8 @@ private:
 
     PictureMailbox& _mailbox;
     const bool _readsPictures;
-    std::optional<std::uint32_t> _lastCounter;   ///< of the last readable frame; worker thread only
-    std::uint32_t _unreadableSinceThen = 0;      ///< worker thread only
+    std::optional<std::uint32_t> _lastCounter; ///< of the last readable frame; worker thread only
+    std::uint32_t _unreadableSinceThen = 0;    ///< worker thread only
     std::atomic<std::uint64_t> _shown{0};
     std::atomic<std::uint64_t> _dropped{0};
     std::atomic<std::uint64_t> _unreadable{0};

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int gap = 2;             // view pixels between two pictures
+constexpr int gap = 2; // view pixels between two pictures
 constexpr double largestScale = 32.0;
 
 bool isBeside(const ViewScene& scene)
@@ -146,6 +146,7 @@ ViewPoint movedBy(const ViewScene& scene, const ViewPoint& point, QPointF distan
     if (scale <= 0.0)
         return point;
     ViewPoint moved = point;
-    moved.centre -= QPointF(distance.x() / scale / scene.picture.width(), distance.y() / scale / scene.picture.height());
+    moved.centre -=
+        QPointF(distance.x() / scale / scene.picture.width(), distance.y() / scale / scene.picture.height());
     return bounded(scene, moved);
 }

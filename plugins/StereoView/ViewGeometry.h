@@ -23,8 +23,8 @@ struct ViewScene
 /// side.
 struct ViewPoint
 {
-    double zoom = 1.0;          ///< 1 shows the whole picture
-    QPointF centre{0.5, 0.5};   ///< in the middle of a cell, as a share of the picture's width and height
+    double zoom = 1.0;        ///< 1 shows the whole picture
+    QPointF centre{0.5, 0.5}; ///< in the middle of a cell, as a share of the picture's width and height
 };
 
 /// A place of the view and the part of the picture that it shows.

@@ -72,11 +72,10 @@ void drawLens(QPainter& painter, double left, const QColor& colour, int size)
     }
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(255, 255, 255, size < 32 ? 150 : 200));
-    if (size < 32) {
+    if (size < 32)
         painter.drawRect(QRectF(left + 2, 7, 1, 1));
-    } else {
+    else
         painter.drawEllipse(centre + QPointF(-0.8, -0.85), 0.5, 0.42);
-    }
 }
 
 QImage draw(int size)
@@ -121,9 +120,8 @@ QByteArray ico(const QList<int>& sizes, const QList<QByteArray>& pictures)
         stream << edge << edge << quint8(0) << quint8(0) << quint16(1) << quint16(32) << length << offset;
         offset += length;
     }
-    for (const QByteArray& picture : pictures) {
+    for (const QByteArray& picture : pictures)
         stream.writeRawData(picture.constData(), picture.size());
-    }
     return bytes;
 }
 

@@ -16,13 +16,14 @@ struct VYRFrameRecord;
 typedef struct VYRFrameRecord VYRFrameRecord;
 
 /** A capture mode. Passed by value to __VYRParamSet__. */
-typedef struct VYRResolutionInfo {
-    int32_t width;           /**< picture width in pixels, after binning */
-    int32_t height;          /**< picture height in pixels, after binning */
-    int32_t binning;         /**< bits 0-1: 1, 2 or 4 columns, bits 2-3: 1, 2 or 4 rows, as powers of two */
-    float fps;               /**< frames per second */
-    float minFps;            /**< slowest frame rate of this mode */
-    float maxFps;            /**< fastest frame rate of this mode */
+typedef struct VYRResolutionInfo
+{
+    int32_t width;   /**< picture width in pixels, after binning */
+    int32_t height;  /**< picture height in pixels, after binning */
+    int32_t binning; /**< bits 0-1: 1, 2 or 4 columns, bits 2-3: 1, 2 or 4 rows, as powers of two */
+    float fps;       /**< frames per second */
+    float minFps;    /**< slowest frame rate of this mode */
+    float maxFps;    /**< fastest frame rate of this mode */
 } VYRResolutionInfo;
 
 /** Full scale of the accelerometer. */
@@ -43,30 +44,30 @@ typedef enum VYRGyroRange {
 
 /** What __VYRParamGet__ and __VYRParamSet__ work on. What follows the id in the call stands beside it. */
 typedef enum VYRParameter {
-    VYRDeviceName = 2,         /**< get: char* to 256 bytes; zero-terminated text, as the next three */
-    VYRSerialNumber = 3,       /**< get: char* to 256 bytes */
-    VYRFirmwareVersion = 4,    /**< get: char* to 256 bytes */
-    VYRFirmwareBuildTime = 5,  /**< get: char* to 256 bytes */
-    VYRResolution = 6,         /**< set: VYRResolutionInfo by value; from the next StartVYR on */
-    VYRFrameSize = 7,          /**< get: int* width, int* height of the stream, or of the one to come */
-    VYRExposure = 8,           /**< set: double, int 0; 1 to 100 % of the longest exposure, 0 automatic */
-    VYRGain = 9,               /**< set: double; 1 to 100, 50 is neutral, 25 more doubles; 0 automatic */
-    VYRHorizontalFlip = 10,    /**< set: int flag; each picture mirrored left to right */
-    VYRVerticalFlip = 11,      /**< set: int flag; each picture upside down */
-    VYRSwapCameras = 12,       /**< set: int flag; left and right picture change places */
-    VYRLed = 13,               /**< set: double; 0 (off) to 100 % */
-    VYRUndistort = 17,         /**< set: int flag */
-    VYRParameter18 = 18,       /**< get: int32_t*; reserved, gives 0 */
-    VYRParameter19 = 19,       /**< get: int32_t*; reserved, gives 0 */
-    VYRImuRange = 20           /**< set: VYRAccelRange, VYRGyroRange */
+    VYRDeviceName = 2,        /**< get: char* to 256 bytes; zero-terminated text, as the next three */
+    VYRSerialNumber = 3,      /**< get: char* to 256 bytes */
+    VYRFirmwareVersion = 4,   /**< get: char* to 256 bytes */
+    VYRFirmwareBuildTime = 5, /**< get: char* to 256 bytes */
+    VYRResolution = 6,        /**< set: VYRResolutionInfo by value; from the next StartVYR on */
+    VYRFrameSize = 7,         /**< get: int* width, int* height of the stream, or of the one to come */
+    VYRExposure = 8,          /**< set: double, int 0; 1 to 100 % of the longest exposure, 0 automatic */
+    VYRGain = 9,              /**< set: double; 1 to 100, 50 is neutral, 25 more doubles; 0 automatic */
+    VYRHorizontalFlip = 10,   /**< set: int flag; each picture mirrored left to right */
+    VYRVerticalFlip = 11,     /**< set: int flag; each picture upside down */
+    VYRSwapCameras = 12,      /**< set: int flag; left and right picture change places */
+    VYRLed = 13,              /**< set: double; 0 (off) to 100 % */
+    VYRUndistort = 17,        /**< set: int flag */
+    VYRParameter18 = 18,      /**< get: int32_t*; reserved, gives 0 */
+    VYRParameter19 = 19,      /**< get: int32_t*; reserved, gives 0 */
+    VYRImuRange = 20          /**< set: VYRAccelRange, VYRGyroRange */
 } VYRParameter;
 
 /** What the two parameter calls return. */
 typedef enum VYRResult {
     VYRSuccess = 0,
-    VYRNoCamera = -1,          /**< the handle is null or of a camera that is not open (any more) */
-    VYRUnknownParameter = -2,  /**< no such id in this direction */
-    VYRValueRefused = -3       /**< a null pointer, an unsupported mode, an unknown range; nothing changed */
+    VYRNoCamera = -1,         /**< the handle is null or of a camera that is not open (any more) */
+    VYRUnknownParameter = -2, /**< no such id in this direction */
+    VYRValueRefused = -3      /**< a null pointer, an unsupported mode, an unknown range; nothing changed */
 } VYRResult;
 
 #ifdef __cplusplus
@@ -97,8 +98,8 @@ VYR_API void CloseVYR(void* handle);
  * Started while streaming, the camera is stopped and started again. The flag is reserved; pass true.
  * False without camera or callback, and from inside the callback.
  */
-VYR_API bool StartVYR(void* handle, void (*callback)(const VYRFrameRecord* record, void* userData),
-                      void* userData, bool flag);
+VYR_API bool StartVYR(void* handle, void (*callback)(const VYRFrameRecord* record, void* userData), void* userData,
+                      bool flag);
 
 /**
  * Stops streaming. When it returns, no callback runs and none will. It waits for one that runs, at most
@@ -114,8 +115,7 @@ VYR_API bool StopVYR(void* handle);
  * whose record then carries it; with any, the record carries 30 frames per second. Grouped by binning,
  * largest first. Needs no open camera. 0 for a null list or a capacity below 1.
  */
-VYR_API int EnumerateResolutions(VYRResolutionInfo* list, int capacity, int width, int height, int binning,
-                                 float fps);
+VYR_API int EnumerateResolutions(VYRResolutionInfo* list, int capacity, int width, int height, int binning, float fps);
 
 /** The library's version. Never null. */
 VYR_API const char* GetLibVersion(void);

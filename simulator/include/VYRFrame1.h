@@ -10,7 +10,7 @@
 
 /** A picture's address in a place of 8 bytes, so that the record is the same on 32 and 64 bit. */
 typedef union VYRPicturePlace {
-    const uint8_t* pixels;  /**< first pixel of the top row */
+    const uint8_t* pixels; /**< first pixel of the top row */
     uint64_t place;
 } VYRPicturePlace;
 
@@ -19,22 +19,23 @@ typedef union VYRPicturePlace {
  *
  * Thread: written before the callback that brings it, unchanged while the next 63 frames are made.
  */
-typedef struct VYRFrame1 {
-    uint32_t recordSize;       /**< bytes of this record: 80 */
-    int32_t width;             /**< pixels per row */
-    int32_t height;            /**< rows */
-    uint32_t timestamp;        /**< when the frame was due, in units of 100 us since OpenVYR */
-    uint32_t frameCounter;     /**< frames due since StartVYR; a jump tells of missed ones */
-    uint32_t bytesPerRow;      /**< from one row to the next: the width, rounded up to a multiple of 16 */
-    uint8_t hasSensorData;     /**< not 0: the last three fields were measured. Else they are 0 */
-    uint8_t bitsPerPixel;      /**< 8: grey values */
+typedef struct VYRFrame1
+{
+    uint32_t recordSize;   /**< bytes of this record: 80 */
+    int32_t width;         /**< pixels per row */
+    int32_t height;        /**< rows */
+    uint32_t timestamp;    /**< when the frame was due, in units of 100 us since OpenVYR */
+    uint32_t frameCounter; /**< frames due since StartVYR; a jump tells of missed ones */
+    uint32_t bytesPerRow;  /**< from one row to the next: the width, rounded up to a multiple of 16 */
+    uint8_t hasSensorData; /**< not 0: the last three fields were measured. Else they are 0 */
+    uint8_t bitsPerPixel;  /**< 8: grey values */
     uint8_t reserved26[6];
     VYRPicturePlace left;
     VYRPicturePlace right;
-    float acceleration[3];     /**< in g; x to the right, y down, z ahead: at rest 0, -1, 0 */
+    float acceleration[3]; /**< in g; x to the right, y down, z ahead: at rest 0, -1, 0 */
     uint8_t reserved60[4];
-    float temperature;         /**< of the sensor, in degrees Celsius */
-    float rotation[3];         /**< in degrees per second about the same axes */
+    float temperature; /**< of the sensor, in degrees Celsius */
+    float rotation[3]; /**< in degrees per second about the same axes */
 } VYRFrame1;
 
 #ifdef __cplusplus

@@ -23,9 +23,8 @@ constexpr const char* rightFolder = "right";
 
 bool isPicture(const fs::directory_entry& entry)
 {
-    if (!entry.is_regular_file()) {
+    if (!entry.is_regular_file())
         return false;
-    }
     std::string ending = entry.path().extension().string();
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
@@ -34,29 +33,24 @@ bool isPicture(const fs::directory_entry& entry)
 
 std::vector<std::string> pictureNames(const fs::path& folder)
 {
-    if (!fs::is_directory(folder)) {
+    if (!fs::is_directory(folder))
         throw UnreadableRecording(folder.string() + ": no such folder");
-    }
     std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        if (isPicture(entry)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        if (isPicture(entry))
             names.push_back(entry.path().filename().string());
-        }
-    }
     std::sort(names.begin(), names.end());
     return names;
 }
 
-/// Whether a file's first bytes are those of a PNG, a JPEG or a PGM picture. Others are not shown to OpenCV at all, which
-/// would try them on every format it knows.
+/// Whether a file's first bytes are those of a PNG, a JPEG or a PGM picture. Others are not shown to OpenCV at all,
+/// which would try them on every format it knows.
 bool startsLikeAPicture(const std::vector<char>& bytes)
 {
     const std::string_view start(bytes.data(), bytes.size());
-    for (const std::string_view signature : {"\x89PNG", "\xFF\xD8\xFF", "P2", "P5"}) {
-        if (start.substr(0, signature.size()) == signature) {
+    for (const std::string_view signature : {"\x89PNG", "\xFF\xD8\xFF", "P2", "P5"})
+        if (start.substr(0, signature.size()) == signature)
             return true;
-        }
-    }
     return false;
 }
 
@@ -66,15 +60,13 @@ cv::Mat readPicture(const fs::path& file)
     const std::vector<char> bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
     cv::Mat picture;
     try {
-        if (startsLikeAPicture(bytes)) {
+        if (startsLikeAPicture(bytes))
             picture = cv::imdecode(bytes, cv::IMREAD_GRAYSCALE);
-        }
     } catch (const cv::Exception&) {
         // Told below, as for a file that is no picture at all.
     }
-    if (picture.empty()) {
+    if (picture.empty())
         throw UnreadableRecording(file.string() + ": cannot be decoded as a picture");
-    }
     return picture;
 }
 

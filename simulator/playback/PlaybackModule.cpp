@@ -27,7 +27,7 @@ simulator::Source* makePlaybackSource(const char* path, std::string* error)
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) simulator::Source* VYRMakePlaybackSource(const char* path,
-                                                                                         std::string* error)
+                                                                                           std::string* error)
 {
     static_assert(std::is_same_v<simulator::PlaybackEntry, decltype(&VYRMakePlaybackSource)>);
     return makePlaybackSource(path, error);

@@ -15,7 +15,8 @@ constexpr const char* playbackModuleFile = "libVYRPlayback.so";
 /// The one function that the module exports.
 constexpr const char* playbackEntryName = "VYRMakePlaybackSource";
 
-/// Makes the source that plays the recording at `path`; the caller owns it. Null, with a reason, when it cannot be read.
+/// Makes the source that plays the recording at `path`; the caller owns it. Null, with a reason, when it cannot be
+/// read.
 using PlaybackEntry = Source* (*)(const char* path, std::string* error);
 
 } // namespace simulator

@@ -22,15 +22,12 @@ constexpr const char* calibrationName = "stereo.yml";
 
 std::unique_ptr<Recording> openRecording(const fs::path& path)
 {
-    if (path.empty()) {
+    if (path.empty())
         throw UnreadableRecording("name a folder or a video file after playback:");
-    }
-    if (fs::is_directory(path)) {
+    if (fs::is_directory(path))
         return std::make_unique<PictureFolder>(path);
-    }
-    if (!fs::exists(path)) {
+    if (!fs::exists(path))
         throw UnreadableRecording(path.string() + ": no such file or folder");
-    }
     return std::make_unique<SideBySideVideo>(path);
 }
 
@@ -49,9 +46,8 @@ PlaybackSource::PlaybackSource(const fs::path& path, std::unique_ptr<Recording> 
     const SensorFit leftFit(first.left.size());
     _decoded.push_back({leftFit.apply(first.left), SensorFit(first.right.size()).apply(first.right)});
     const fs::path calibration = path / calibrationName;
-    if (fs::exists(calibration)) {
+    if (fs::exists(calibration))
         _rectification.emplace(calibration, leftFit);
-    }
     _thread = std::thread(&PlaybackSource::decode, this);
 }
 
@@ -80,9 +76,8 @@ bool PlaybackSource::next(const PictureRequest& request, StereoPicture& picture)
 {
     {
         const std::lock_guard<std::mutex> lock(_mutex);
-        if (_decoded.empty()) {
+        if (_decoded.empty())
             return false;
-        }
         _shown = std::move(_decoded.front());
         _decoded.pop_front();
     }
@@ -114,9 +109,8 @@ void PlaybackSource::decode()
         failures = 0;
         std::unique_lock<std::mutex> lock(_mutex);
         _changed.wait(lock, [this] { return _stopping || _decoded.size() < decodedAhead; });
-        if (!_stopping) {
+        if (!_stopping)
             _decoded.push_back(std::move(pair));
-        }
     }
 }
 

@@ -45,15 +45,15 @@ private:
     bool isStopping();
 
     std::filesystem::path _path;
-    std::unique_ptr<Recording> _recording;        ///< the decoding thread's, once that runs
+    std::unique_ptr<Recording> _recording; ///< the decoding thread's, once that runs
     std::optional<Rectification> _rectification;
     RecordedPair _shown;
     RecordedPair _rectified;
 
-    std::mutex _mutex;                            ///< guards the two below
+    std::mutex _mutex; ///< guards the two below
     std::deque<RecordedPair> _decoded;
     bool _stopping = false;
-    std::condition_variable _changed;             ///< one was shown, or it is time to stop
+    std::condition_variable _changed; ///< one was shown, or it is time to stop
     std::thread _thread;
 };
 

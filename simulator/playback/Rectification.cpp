@@ -27,9 +27,8 @@ public:
         } catch (const cv::Exception&) {
             // Told below.
         }
-        if (!_storage.isOpened()) {
+        if (!_storage.isOpened())
             throw UnreadableRecording(_file + ": cannot be read as a calibration");
-        }
     }
 
     /// A matrix of 64-bit numbers; 0 rows or columns stand for any number of them.
@@ -41,9 +40,8 @@ public:
         } catch (const cv::Exception&) {
             result.release();
         }
-        if (result.empty() || (rows != 0 && result.rows != rows) || (columns != 0 && result.cols != columns)) {
+        if (result.empty() || (rows != 0 && result.rows != rows) || (columns != 0 && result.cols != columns))
             throw UnreadableRecording(_file + ": has no matrix " + name + " of the right shape");
-        }
         result.convertTo(result, CV_64F);
         return result;
     }
@@ -68,8 +66,8 @@ Rectification::Rectification(const std::filesystem::path& calibration, const Sen
         std::array<cv::Mat, 2> turns;
         std::array<cv::Mat, 2> projections;
         cv::Mat depths;
-        cv::stereoRectify(cameras[0], distortions[0], cameras[1], distortions[1], size, rotation, translation,
-                          turns[0], turns[1], projections[0], projections[1], depths, cv::CALIB_ZERO_DISPARITY, 0.0);
+        cv::stereoRectify(cameras[0], distortions[0], cameras[1], distortions[1], size, rotation, translation, turns[0],
+                          turns[1], projections[0], projections[1], depths, cv::CALIB_ZERO_DISPARITY, 0.0);
         for (std::size_t eye = 0; eye < 2; ++eye) {
             cv::initUndistortRectifyMap(cameras[eye], distortions[eye], turns[eye], projections[eye], size, CV_16SC2,
                                         _maps[eye].positions, _maps[eye].weights);

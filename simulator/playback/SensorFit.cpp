@@ -13,8 +13,8 @@ namespace simulator {
 
 SensorFit::SensorFit(cv::Size picture)
 {
-    const double scale = std::min(static_cast<double>(sensorWidth) / picture.width,
-                                  static_cast<double>(sensorHeight) / picture.height);
+    const double scale =
+        std::min(static_cast<double>(sensorWidth) / picture.width, static_cast<double>(sensorHeight) / picture.height);
     _place.width = std::clamp(cvRound(picture.width * scale), 1, sensorWidth);
     _place.height = std::clamp(cvRound(picture.height * scale), 1, sensorHeight);
     _place.x = (sensorWidth - _place.width) / 2;
@@ -25,9 +25,8 @@ SensorFit::SensorFit(cv::Size picture)
 
 cv::Mat SensorFit::apply(const cv::Mat& picture) const
 {
-    if (picture.cols == sensorWidth && picture.rows == sensorHeight) {
+    if (picture.cols == sensorWidth && picture.rows == sensorHeight)
         return picture.isContinuous() ? picture : picture.clone();
-    }
     cv::Mat sensor = cv::Mat::zeros(sensorHeight, sensorWidth, CV_8UC1);
     cv::resize(picture, sensor(_place), _place.size(), 0.0, 0.0, _scaleX < 1.0 ? cv::INTER_AREA : cv::INTER_LINEAR);
     return sensor;

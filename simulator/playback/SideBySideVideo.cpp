@@ -22,10 +22,7 @@ public:
     QuietOpenCV(const QuietOpenCV&) = delete;
     QuietOpenCV& operator=(const QuietOpenCV&) = delete;
 
-    ~QuietOpenCV()
-    {
-        cv::utils::logging::setLogLevel(_level);
-    }
+    ~QuietOpenCV() { cv::utils::logging::setLogLevel(_level); }
 
 private:
     cv::utils::logging::LogLevel _level;
@@ -60,9 +57,8 @@ RecordedPair SideBySideVideo::read()
             throw UnreadableRecording(_file.string() + ": has no pictures");
         }
     }
-    if (both.channels() > 1) {
+    if (both.channels() > 1)
         cv::cvtColor(both, both, cv::COLOR_BGR2GRAY);
-    }
     const int half = both.cols / 2;
     if (half == 0) {
         _isExhausted = true;

@@ -36,9 +36,8 @@ float bounce(double seconds, float height, double period)
 
 void keepNearer(SurfacePoint& nearest, const std::optional<SurfacePoint>& other)
 {
-    if (other && other->depth < nearest.depth) {
+    if (other && other->depth < nearest.depth)
         nearest = *other;
-    }
 }
 
 constexpr float wholeTexture(float side)
@@ -49,8 +48,15 @@ constexpr float wholeTexture(float side)
 } // namespace
 
 Scene::Scene()
-    : _room{3.5F, -1.75F, floorHeight, 6.5F, &_textures.bricks, &_textures.plaster, &_textures.planks,
-            &_textures.plaster, 190.0F}
+    : _room{3.5F,
+            -1.75F,
+            floorHeight,
+            6.5F,
+            &_textures.bricks,
+            &_textures.plaster,
+            &_textures.planks,
+            &_textures.plaster,
+            190.0F}
     , _stillBoxes{Box{{0.0F, -0.55F, 6.45F}, {0.62F, 0.62F, 0.05F}, Turn(0.0F), &_textures.marker, wholeTexture(1.24F)},
                   Box{{-2.75F, -0.3F, 5.9F}, {0.22F, 1.45F, 0.22F}, Turn(0.0F), &_textures.plaster, 240.0F},
                   Box{{2.75F, -0.3F, 5.9F}, {0.22F, 1.45F, 0.22F}, Turn(0.0F), &_textures.plaster, 240.0F},
@@ -73,7 +79,8 @@ MovingThings Scene::movingThings(double seconds) const
                  Turn(spin(seconds, 15.0)),
                  &_textures.marker,
                  wholeTexture(2.0F * cubeHalf)}},
-            {Ball{{swing(seconds, 0.1F, 1.5F, 21.0), swing(seconds, -0.62F, 0.22F, 8.0), swing(seconds, 4.2F, 0.8F, 21.0, 0.25)},
+            {Ball{{swing(seconds, 0.1F, 1.5F, 21.0), swing(seconds, -0.62F, 0.22F, 8.0),
+                   swing(seconds, 4.2F, 0.8F, 21.0, 0.25)},
                   0.36F,
                   Turn(spin(seconds, 12.0)),
                   &_textures.patches},
@@ -87,16 +94,13 @@ MovingThings Scene::movingThings(double seconds) const
 SurfacePoint Scene::meet(const Ray& ray, double seconds) const
 {
     SurfacePoint nearest = _room.meet(ray);
-    for (const Box& box : _stillBoxes) {
+    for (const Box& box : _stillBoxes)
         keepNearer(nearest, box.meet(ray));
-    }
     const MovingThings moving = movingThings(seconds);
-    for (const Box& box : moving.boxes) {
+    for (const Box& box : moving.boxes)
         keepNearer(nearest, box.meet(ray));
-    }
-    for (const Ball& ball : moving.balls) {
+    for (const Ball& ball : moving.balls)
         keepNearer(nearest, ball.meet(ray));
-    }
     return nearest;
 }
 

@@ -27,16 +27,10 @@ class Scene
 public:
     Scene();
 
-    const Room& room() const
-    {
-        return _room;
-    }
+    const Room& room() const { return _room; }
 
     /// What stands in the room and never moves, from the furthest to the nearest.
-    const std::array<Box, 4>& stillBoxes() const
-    {
-        return _stillBoxes;
-    }
+    const std::array<Box, 4>& stillBoxes() const { return _stillBoxes; }
 
     MovingThings movingThings(double seconds) const;
 

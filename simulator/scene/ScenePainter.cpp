@@ -59,7 +59,7 @@ Cut cutAt(const std::array<Vector3, 4>& outline, float depth)
 /// One of the four upright sides of a box, by its edges: where its texture starts and where it ends.
 struct ScenePainter::UprightFace
 {
-    Vector3 from;    ///< in the box's own directions, from its centre
+    Vector3 from; ///< in the box's own directions, from its centre
     Vector3 to;
     Vector3 normal;
     float width;
@@ -79,16 +79,19 @@ void ScenePainter::paint(const Box& box)
     const Vector3 half = box.half;
     for (const float side : {-1.0F, 1.0F}) {
         if (side * eye.x > half.x) {
-            paintUprightFace(box, {{side * half.x, 0.0F, -side * half.z}, {side * half.x, 0.0F, side * half.z},
-                                   {side, 0.0F, 0.0F}, 2.0F * half.z});
+            paintUprightFace(box, {{side * half.x, 0.0F, -side * half.z},
+                                   {side * half.x, 0.0F, side * half.z},
+                                   {side, 0.0F, 0.0F},
+                                   2.0F * half.z});
         }
         if (side * eye.z > half.z) {
-            paintUprightFace(box, {{side * half.x, 0.0F, side * half.z}, {-side * half.x, 0.0F, side * half.z},
-                                   {0.0F, 0.0F, side}, 2.0F * half.x});
+            paintUprightFace(box, {{side * half.x, 0.0F, side * half.z},
+                                   {-side * half.x, 0.0F, side * half.z},
+                                   {0.0F, 0.0F, side},
+                                   2.0F * half.x});
         }
-        if (side * eye.y > half.y) {
+        if (side * eye.y > half.y)
             paintLevelFace(box, side);
-        }
     }
 }
 
@@ -100,8 +103,8 @@ void ScenePainter::paintUprightFace(const Box& box, const UprightFace& face)
     const Vector3 to = centre + box.turn.outOf(face.to);
     const Vector3 normal = box.turn.outOf(face.normal);
     const Vector3 middle = 0.5F * (from + to);
-    const int level = Texture::nearestLevel(
-        texelsPerPixel(box.texelsPerMetre, middle.z, (1.0F / middle.z) * middle, normal));
+    const int level =
+        Texture::nearestLevel(texelsPerPixel(box.texelsPerMetre, middle.z, (1.0F / middle.z) * middle, normal));
     const float texelsPerMetre = box.texelsPerMetre / static_cast<float>(1 << level);
     const int textureSide = Texture::sizeOf(level);
     const int textureMask = textureSide - 1;
@@ -149,10 +152,9 @@ void ScenePainter::paintLevelFace(const Box& box, float side)
     const Vector3 centre = box.centre - _eye;
     const Vector3 half = box.half;
     const float height = centre.y + side * half.y;
-    const std::array<Vector3, 4> outline = {centre + box.turn.outOf({-half.x, 0.0F, -half.z}),
-                                            centre + box.turn.outOf({half.x, 0.0F, -half.z}),
-                                            centre + box.turn.outOf({half.x, 0.0F, half.z}),
-                                            centre + box.turn.outOf({-half.x, 0.0F, half.z})};
+    const std::array<Vector3, 4> outline = {
+        centre + box.turn.outOf({-half.x, 0.0F, -half.z}), centre + box.turn.outOf({half.x, 0.0F, -half.z}),
+        centre + box.turn.outOf({half.x, 0.0F, half.z}), centre + box.turn.outOf({-half.x, 0.0F, half.z})};
     float nearest = outline[0].z;
     float furthest = outline[0].z;
     for (const Vector3& corner : outline) {
@@ -219,14 +221,11 @@ void ScenePainter::paint(const Ball& ball)
         const float bend = centre.x * centre.x - outside;
         const float rest = ahead * ahead - (b * b + 1.0F) * outside;
         const float discriminant = centre.x * centre.x * ahead * ahead - bend * rest;
-        if (discriminant <= 0.0F) {
+        if (discriminant <= 0.0F)
             continue;
-        }
         const float root = std::sqrt(discriminant);
-        const int left =
-            firstFrom(centreX + focalLength * (-centre.x * ahead + root) / bend, 0, sensorWidth);
-        const int right =
-            firstFrom(centreX + focalLength * (-centre.x * ahead - root) / bend, 0, sensorWidth);
+        const int left = firstFrom(centreX + focalLength * (-centre.x * ahead + root) / bend, 0, sensorWidth);
+        const int right = firstFrom(centreX + focalLength * (-centre.x * ahead - root) / bend, 0, sensorWidth);
         int* const index = _columnTexel.data();
         int* const shade = _columnStep.data();
         for (int x = left; x < right; ++x) {
@@ -246,9 +245,8 @@ void ScenePainter::paint(const Ball& ball)
             shade[x] = static_cast<int>(256.0F * shadeOf({nx, ny, nz}));
         }
         std::uint8_t* const out = row(y);
-        for (int x = left; x < right; ++x) {
+        for (int x = left; x < right; ++x)
             out[x] = static_cast<std::uint8_t>((texels[index[x]] * shade[x]) >> 8);
-        }
     }
 }
 
@@ -261,9 +259,8 @@ void ScenePainter::paintShadow(Vector3 place, float radius, float strength)
         const float depth = focalLength * centre.y / (static_cast<float>(y) - centreY);
         const float ahead = (depth - centre.z) / radius;
         const float inside = 1.0F - ahead * ahead;
-        if (inside <= 0.0F) {
+        if (inside <= 0.0F)
             continue;
-        }
         const float halfWidth = radius * std::sqrt(inside);
         const int left = firstFrom(projectX({centre.x - halfWidth, 0.0F, depth}), 0, sensorWidth);
         const int right = firstFrom(projectX({centre.x + halfWidth, 0.0F, depth}), 0, sensorWidth);

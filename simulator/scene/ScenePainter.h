@@ -40,7 +40,7 @@ private:
     Vector3 _eye;
     int _firstRow;
     int _endRow;
-    std::array<int, sensorWidth> _columnTexel = {};  ///< of the current face or ball, by column
+    std::array<int, sensorWidth> _columnTexel = {}; ///< of the current face or ball, by column
     std::array<int, sensorWidth> _columnStep = {};
 };
 

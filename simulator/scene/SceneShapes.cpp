@@ -54,9 +54,8 @@ std::optional<SurfacePoint> Box::meet(const Ray& ray) const
     int face = -1;
     for (int axis = 0; axis < 3; ++axis) {
         if (std::abs(directions[axis]) < 1e-9F) {
-            if (std::abs(origins[axis]) > halves[axis]) {
+            if (std::abs(origins[axis]) > halves[axis])
                 return std::nullopt;
-            }
             continue;
         }
         const float towards = directions[axis] > 0.0F ? -halves[axis] : halves[axis];
@@ -68,9 +67,8 @@ std::optional<SurfacePoint> Box::meet(const Ray& ray) const
         }
         exit = std::min(exit, out);
     }
-    if (face < 0 || entry > exit) {
+    if (face < 0 || entry > exit)
         return std::nullopt;
-    }
 
     const Vector3 point = origin + entry * direction;
     SurfacePoint result;
@@ -101,13 +99,11 @@ std::optional<SurfacePoint> Ball::meet(const Ray& ray) const
     const float along = dot(ray.direction, towards);
     const float length = dot(ray.direction, ray.direction);
     const float discriminant = along * along - length * (dot(towards, towards) - radius * radius);
-    if (discriminant < 0.0F) {
+    if (discriminant < 0.0F)
         return std::nullopt;
-    }
     const float depth = (along - std::sqrt(discriminant)) / length;
-    if (depth <= 0.0F) {
+    if (depth <= 0.0F)
         return std::nullopt;
-    }
     const Vector3 normal = (1.0F / radius) * (depth * ray.direction - towards);
     const Vector3 turned = turn.into(normal);
     // The map of equal areas: it neither squeezes nor stretches the grain, and both halves fit together.
@@ -126,9 +122,8 @@ std::optional<SurfacePoint> Ball::meet(const Ray& ray) const
 SurfacePoint Room::meet(const Ray& ray) const
 {
     const Vector3 direction = ray.direction;
-    const float sideDepth = direction.x == 0.0F
-        ? back
-        : ((direction.x > 0.0F ? halfWidth : -halfWidth) - ray.origin.x) / direction.x;
+    const float sideDepth =
+        direction.x == 0.0F ? back : ((direction.x > 0.0F ? halfWidth : -halfWidth) - ray.origin.x) / direction.x;
     const float heightDepth =
         direction.y == 0.0F ? back : ((direction.y > 0.0F ? floor : ceiling) - ray.origin.y) / direction.y;
 

@@ -20,11 +20,11 @@ struct Ray
 /// Where a line of sight ends: all that its grey value depends on.
 struct SurfacePoint
 {
-    float depth = 0.0F;             ///< metres
+    float depth = 0.0F; ///< metres
     const Texture* texture = nullptr;
-    float u = 0.0F;                 ///< in texels of the finest level
+    float u = 0.0F; ///< in texels of the finest level
     float v = 0.0F;
-    float shade = 0.0F;             ///< how much light it gets, 0 to 1
+    float shade = 0.0F; ///< how much light it gets, 0 to 1
     float texelsPerPixel = 1.0F;
 };
 
@@ -40,16 +40,10 @@ struct Turn
     explicit Turn(float angle);
 
     /// From the world's directions to those of a thing turned so.
-    Vector3 into(Vector3 v) const
-    {
-        return {v.x * cosine - v.z * sine, v.y, v.x * sine + v.z * cosine};
-    }
+    Vector3 into(Vector3 v) const { return {v.x * cosine - v.z * sine, v.y, v.x * sine + v.z * cosine}; }
 
     /// And back.
-    Vector3 outOf(Vector3 v) const
-    {
-        return {v.x * cosine + v.z * sine, v.y, v.z * cosine - v.x * sine};
-    }
+    Vector3 outOf(Vector3 v) const { return {v.x * cosine + v.z * sine, v.y, v.z * cosine - v.x * sine}; }
 
     float sine;
     float cosine;
@@ -60,7 +54,7 @@ struct Turn
 struct Box
 {
     Vector3 centre;
-    Vector3 half;          ///< half its extent along its own axes
+    Vector3 half; ///< half its extent along its own axes
     Turn turn;
     const Texture* texture;
     float texelsPerMetre;
@@ -83,9 +77,9 @@ struct Ball
 struct Room
 {
     float halfWidth;
-    float ceiling;         ///< y, above the camera: negative
-    float floor;           ///< y
-    float back;            ///< z
+    float ceiling; ///< y, above the camera: negative
+    float floor;   ///< y
+    float back;    ///< z
     const Texture* wallTexture;
     const Texture* sideTexture;
     const Texture* floorTexture;

@@ -18,8 +18,8 @@ constexpr int size = Texture::size;
 /// A number between -1 and 1 that belongs to a cell.
 float random(int x, int y, unsigned seed)
 {
-    std::uint32_t hash = static_cast<std::uint32_t>(x) * 374761393U + static_cast<std::uint32_t>(y) * 668265263U
-        + seed * 2246822519U;
+    std::uint32_t hash =
+        static_cast<std::uint32_t>(x) * 374761393U + static_cast<std::uint32_t>(y) * 668265263U + seed * 2246822519U;
     hash = (hash ^ (hash >> 13U)) * 1274126177U;
     hash ^= hash >> 16U;
     return static_cast<float>(hash & 0xFFFFU) / 32767.5F - 1.0F;
@@ -79,16 +79,10 @@ struct SceneTextures::Grain
     }
 
     /// Hills of a sixteenth to a quarter of the texture, about -1 to 1.
-    float large(int x, int y) const
-    {
-        return coarse[index(x, y)];
-    }
+    float large(int x, int y) const { return coarse[index(x, y)]; }
 
     /// Hills of 4 to 8 texels, about -1 to 1.
-    float small(int x, int y) const
-    {
-        return fine[index(x, y)];
-    }
+    float small(int x, int y) const { return fine[index(x, y)]; }
 
     std::vector<float> coarse;
     std::vector<float> fine;
@@ -105,7 +99,8 @@ SceneTextures::SceneTextures(const Grain& grain)
         const int shifted = x + (row % 2) * 32;
         const int brick = (shifted / 64) % (size / 64);
         const int edge = std::min({shifted % 64, 63 - shifted % 64, y % 32, 31 - y % 32});
-        const float stone = 124.0F + 40.0F * random(brick, row, 1) + 20.0F * grain.large(x, y) + 30.0F * grain.small(x, y);
+        const float stone =
+            124.0F + 40.0F * random(brick, row, 1) + 20.0F * grain.large(x, y) + 30.0F * grain.small(x, y);
         const float mortar = 196.0F + 26.0F * grain.small(y, x);
         return mortar + (stone - mortar) * softStep(0.5F, 4.5F, static_cast<float>(edge));
     })
@@ -114,8 +109,8 @@ SceneTextures::SceneTextures(const Grain& grain)
         const int length = (y + static_cast<int>(200.0F * random(board, 0, 2)) + size) % size;
         const int edge = std::min({x % 64, 63 - x % 64, length});
         const float tone = 144.0F + 26.0F * random(board, length / 256, 3);
-        const float fibre = 22.0F * grain.small(x * 2, y / 4 + 31 * board) + 26.0F * grain.large(x * 3, y / 2 + 77 * board)
-            + 12.0F * grain.small(y, x);
+        const float fibre = 22.0F * grain.small(x * 2, y / 4 + 31 * board)
+                          + 26.0F * grain.large(x * 3, y / 2 + 77 * board) + 12.0F * grain.small(y, x);
         return (tone + fibre) * (0.45F + 0.55F * softStep(0.0F, 4.0F, static_cast<float>(edge)));
     })
     , plaster([&](int x, int y) {
@@ -127,7 +122,8 @@ SceneTextures::SceneTextures(const Grain& grain)
         const bool frame = border < 72 || diagonal < 48;
         const int along = frame ? (border == y || border == size - 1 - y ? y : x) : x;
         const float board = frame ? 205.0F : 132.0F + 26.0F * random(along / 74, 7, 4);
-        const float gap = frame ? 1.0F : softStep(0.0F, 6.0F, static_cast<float>(std::min(along % 74, 73 - along % 74)));
+        const float gap =
+            frame ? 1.0F : softStep(0.0F, 6.0F, static_cast<float>(std::min(along % 74, 73 - along % 74)));
         const int frameEdge = std::min(std::abs(border - 72), border < 72 ? size : std::abs(diagonal - 48));
         const float shadow = 0.5F + 0.5F * softStep(0.0F, 9.0F, static_cast<float>(frameEdge));
         const float fibre = 26.0F * grain.small(x, y / 2) + 22.0F * grain.large(x * 2, y);
@@ -138,7 +134,8 @@ SceneTextures::SceneTextures(const Grain& grain)
         const int column = x / cell;
         const int row = y / cell;
         const bool rim = column == 0 || row == 0 || column == 7 || row == 7;
-        const bool dark = !rim && (column == 1 || row == 1 || column == 6 || row == 6 || random(column, row, 23) > 0.1F);
+        const bool dark =
+            !rim && (column == 1 || row == 1 || column == 6 || row == 6 || random(column, row, 23) > 0.1F);
         return (dark ? 46.0F : 222.0F) + 24.0F * grain.small(x, y) + 14.0F * grain.large(x, y);
     })
     , patches([&](int x, int y) {

@@ -16,10 +16,10 @@ struct SceneTextures
     SceneTextures();
 
     Texture bricks;
-    Texture planks;   ///< boards along y
+    Texture planks; ///< boards along y
     Texture plaster;
     Texture crate;
-    Texture marker;   ///< black and white cells, as robots steer by
+    Texture marker; ///< black and white cells, as robots steer by
     Texture patches;
     Texture rings;
 

@@ -34,8 +34,8 @@ Square blurred(const Square& in, int size)
     }
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
-            out[at(x, y, size)] = 0.25F * across[at(x, y - 1, size)] + 0.5F * across[at(x, y, size)]
-                + 0.25F * across[at(x, y + 1, size)];
+            out[at(x, y, size)] =
+                0.25F * across[at(x, y - 1, size)] + 0.5F * across[at(x, y, size)] + 0.25F * across[at(x, y + 1, size)];
         }
     }
     return out;
@@ -48,8 +48,8 @@ Square halved(const Square& in, int size)
     for (int y = 0; y < half; ++y) {
         for (int x = 0; x < half; ++x) {
             out[at(x, y, half)] = 0.25F
-                * (in[at(2 * x, 2 * y, size)] + in[at(2 * x + 1, 2 * y, size)] + in[at(2 * x, 2 * y + 1, size)]
-                   + in[at(2 * x + 1, 2 * y + 1, size)]);
+                                * (in[at(2 * x, 2 * y, size)] + in[at(2 * x + 1, 2 * y, size)]
+                                   + in[at(2 * x, 2 * y + 1, size)] + in[at(2 * x + 1, 2 * y + 1, size)]);
         }
     }
     return out;
@@ -59,9 +59,8 @@ std::vector<std::uint8_t> bytes(const Square& in)
 {
     std::vector<std::uint8_t> out;
     out.reserve(in.size());
-    for (const float value : in) {
+    for (const float value : in)
         out.push_back(static_cast<std::uint8_t>(std::clamp(value + 0.5F, darkest, brightest)));
-    }
     return out;
 }
 
@@ -76,11 +75,9 @@ Texture::Texture(const std::function<float(int x, int y)>& grey)
 {
     Square square;
     square.reserve(static_cast<std::size_t>(size) * size);
-    for (int y = 0; y < size; ++y) {
-        for (int x = 0; x < size; ++x) {
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x)
             square.push_back(grey(x, y));
-        }
-    }
     for (int index = 0; index < levels; ++index) {
         square = blurred(square, sizeOf(index));
         _levels.push_back(bytes(square));

@@ -25,16 +25,10 @@ public:
     explicit Texture(const std::function<float(int x, int y)>& grey);
 
     /// The copy of a level, row after row.
-    const std::uint8_t* level(int index) const
-    {
-        return _levels[static_cast<std::size_t>(index)].data();
-    }
+    const std::uint8_t* level(int index) const { return _levels[static_cast<std::size_t>(index)].data(); }
 
     /// Texels along a side of a level; a power of two.
-    static constexpr int sizeOf(int index)
-    {
-        return size >> index;
-    }
+    static constexpr int sizeOf(int index) { return size >> index; }
 
     /// The level for taking nearest texels, when so many of the finest fall on a pixel.
     static int nearestLevel(float texelsPerPixel);

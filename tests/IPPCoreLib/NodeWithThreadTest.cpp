@@ -90,10 +90,7 @@ public:
 class NodeWithThread : public testing::Test
 {
 protected:
-    NodeWithThread()
-    {
-        worker.SetInputNode(&source);
-    }
+    NodeWithThread() { worker.SetInputNode(&source); }
 
     SourceNode source;
     WorkerNode worker;

@@ -140,8 +140,14 @@ TEST(Trigger, AutoResetWakesOneWaiterPerPost)
 {
     pt::trigger trigger(true, false);
     std::atomic<int> woken{0};
-    std::thread first([&] { trigger.wait(); ++woken; });
-    std::thread second([&] { trigger.wait(); ++woken; });
+    std::thread first([&] {
+        trigger.wait();
+        ++woken;
+    });
+    std::thread second([&] {
+        trigger.wait();
+        ++woken;
+    });
     trigger.post();
     ASSERT_TRUE(waitFor([&] { return woken == 1; }));
     EXPECT_FALSE(waitFor([&] { return woken == 2; }, std::chrono::milliseconds(20)));
@@ -213,9 +219,9 @@ TEST(Deadline, AWaitAcrossTheTurnOfASecondBeginsAnewAfterIt)
     const long leftOfTheSecond = (1'000'000 - now.tv_usec) / 1000;
     const auto start = Clock::now();
     EXPECT_FALSE(trigger.wait(40));
-    if (leftOfTheSecond < 40) { // else the machine was too slow to come here in time
-        EXPECT_GE(since(start).count(), leftOfTheSecond + 40 - 2);
-    }
+    const long waited = since(start).count();
+    EXPECT_TRUE(waited >= leftOfTheSecond + 40 - 2 || leftOfTheSecond >= 40)
+        << waited << " ms"; // or came here too late
 }
 
 TEST(Deadline, APostGetsThroughWhileDeadlinesAreRejected)

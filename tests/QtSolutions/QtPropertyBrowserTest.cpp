@@ -38,15 +38,13 @@ void deliverDeferredDeletes()
     QCoreApplication::processEvents();
 }
 
-template <class Widget>
+template<class Widget>
 QStringList visibleTexts(QWidget* parent)
 {
     QStringList texts;
-    for (const Widget* widget : parent->findChildren<Widget*>()) {
-        if (widget->isVisible()) {
+    for (const Widget* widget : parent->findChildren<Widget*>())
+        if (widget->isVisible())
             texts.append(widget->text());
-        }
-    }
     return texts;
 }
 
@@ -154,10 +152,9 @@ TEST(QtIntPropertyManagerTest, RangeIsAnnouncedBeforeTheValueItMoved)
     QtIntPropertyManager manager;
     QtProperty* property = manager.addProperty();
     QStringList order;
-    QObject::connect(&manager, &QtIntPropertyManager::rangeChanged,
-                     [&] { order << QStringLiteral("range"); });
-    QObject::connect(&manager, &QtIntPropertyManager::valueChanged,
-                     [&] { order << QStringLiteral("value"); });
+    QObject::connect(
+        &manager, &QtIntPropertyManager::rangeChanged, [&] { order << QStringLiteral("range"); });
+    QObject::connect(&manager, &QtIntPropertyManager::valueChanged, [&] { order << QStringLiteral("value"); });
 
     manager.setRange(property, 3, 9);
 
@@ -461,12 +458,10 @@ TEST_F(QtPropertyBrowserTest, EditorShowsTheLastWordOfAReceiverThatWasToldFirst)
     QtProperty* property = numbers.addProperty();
     numbers.setRange(property, 0, 100);
     numbers.setValue(property, 50);
-    QObject::connect(&numbers, &QtIntPropertyManager::valueChanged,
-                     [&](QtProperty* changed, int value) {
-                         if (value == 51) {
-                             numbers.setValue(changed, 50);
-                         }
-                     });
+    QObject::connect(&numbers, &QtIntPropertyManager::valueChanged, [&](QtProperty* changed, int value) {
+        if (value == 51)
+            numbers.setValue(changed, 50);
+    });
     browser.addProperty(property);
     sliderBrowser.addProperty(property);
     show(browser);
@@ -541,8 +536,7 @@ TEST_F(QtPropertyBrowserTest, GroupIsABoxAroundItsSubProperties)
     auto* box = browser.findChild<QGroupBox*>();
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->title(), QStringLiteral("Resolution"));
-    EXPECT_EQ(visibleTexts<QLabel>(&browser),
-              QStringList({QStringLiteral("Width"), QStringLiteral("Height")}));
+    EXPECT_EQ(visibleTexts<QLabel>(&browser), QStringList({QStringLiteral("Width"), QStringLiteral("Height")}));
     const QList<QSpinBox*> editors = box->findChildren<QSpinBox*>();
     ASSERT_EQ(editors.size(), 2);
     EXPECT_LT(topOf(editors.at(0), box), topOf(editors.at(1), box));
@@ -583,9 +577,8 @@ TEST_F(QtPropertyBrowserTest, InsertedPropertyStandsBehindTheOneNamed)
 
     EXPECT_EQ(browser.properties(), QList<QtProperty*>({a, c, b}));
     QList<QLabel*> labels = browser.findChildren<QLabel*>();
-    std::sort(labels.begin(), labels.end(), [&](const QLabel* left, const QLabel* right) {
-        return topOf(left, &browser) < topOf(right, &browser);
-    });
+    std::sort(labels.begin(), labels.end(),
+              [&](const QLabel* left, const QLabel* right) { return topOf(left, &browser) < topOf(right, &browser); });
     ASSERT_EQ(labels.size(), 3);
     EXPECT_EQ(labels.at(0)->text(), QStringLiteral("a"));
     EXPECT_EQ(labels.at(1)->text(), QStringLiteral("c"));
@@ -646,9 +639,8 @@ TEST_F(QtPropertyBrowserTest, RowsStayAtTheTopAndAskForNoMore)
     const int natural = browser.sizeHint().height();
     browser.resize(browser.width(), natural + 500);
     QCoreApplication::processEvents();
-    for (const QSpinBox* editor : browser.findChildren<QSpinBox*>()) {
+    for (const QSpinBox* editor : browser.findChildren<QSpinBox*>())
         EXPECT_LE(topOf(editor, &browser) + editor->height(), natural);
-    }
     EXPECT_FALSE(browser.layout()->expandingDirections() & Qt::Vertical);
 }
 
@@ -736,20 +728,17 @@ TEST(QtPropertyBrowserLifetimeTest, PiecesMayBeDeletedInAnyOrder)
         const QPointer<QSlider> slider = sliderBrowser->findChild<QSlider*>();
         const QPointer<QComboBox> comboBox = browser->findChild<QComboBox*>();
         ASSERT_TRUE(spinBox && slider && comboBox);
-        const QVector<QObject*> pieces({grid.numbers, grid.choices, grid.groups, grid.spinBoxes,
-                                        grid.comboBoxes, browser, sliderBrowser});
+        const QVector<QObject*> pieces(
+            {grid.numbers, grid.choices, grid.groups, grid.spinBoxes, grid.comboBoxes, browser, sliderBrowser});
         for (const int piece : qAsConst(order)) {
             delete pieces.at(piece);
             // Whatever is left still takes edits.
-            if (spinBox) {
+            if (spinBox)
                 spinBox->stepUp();
-            }
-            if (slider) {
+            if (slider)
                 slider->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-            }
-            if (comboBox) {
+            if (comboBox)
                 comboBox->setCurrentIndex(1 - comboBox->currentIndex());
-            }
         }
         delete grid.sliders;
         deliverDeferredDeletes();
@@ -794,8 +783,7 @@ TEST_F(QtPropertyBrowserTest, PropertyMayBeDeletedFromTheSignalOfItsOwnEditor)
 {
     QtProperty* property = numbers.addProperty();
     browser.addProperty(property);
-    QObject::connect(&numbers, &QtIntPropertyManager::valueChanged,
-                     [](QtProperty* changed) { delete changed; });
+    QObject::connect(&numbers, &QtIntPropertyManager::valueChanged, [](QtProperty* changed) { delete changed; });
     show(browser);
 
     QTest::keyClick(browser.findChild<QSpinBox*>(), Qt::Key_Up);

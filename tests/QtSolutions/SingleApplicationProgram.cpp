@@ -19,17 +19,15 @@
 int main(int argc, char** argv)
 {
     std::unique_ptr<QtSingleApplication> application;
-    if (argc > 3 && *argv[3] != '\0') {
+    if (argc > 3 && *argv[3] != '\0')
         application = std::make_unique<QtSingleApplication>(QString::fromUtf8(argv[3]), argc, argv);
-    } else {
+    else
         application = std::make_unique<QtSingleApplication>(argc, argv);
-    }
     const QStringList arguments = QCoreApplication::arguments();
     if (application->isRunning()) {
         QString message = arguments.at(1);
-        if (message.startsWith("repeat:")) { // too long for a command line
+        if (message.startsWith("repeat:")) // too long for a command line
             message = QString(message.mid(7).toInt(), 'x');
-        }
         return application->sendMessage(message, arguments.at(2).toInt()) ? 0 : 1;
     }
     QWidget window;

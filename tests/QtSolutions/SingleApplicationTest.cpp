@@ -76,27 +76,19 @@ public:
     Instance(const Instance&) = delete;
     Instance& operator=(const Instance&) = delete;
 
-    pid_t pid() const
-    {
-        return static_cast<pid_t>(_process.processId());
-    }
+    pid_t pid() const { return static_cast<pid_t>(_process.processId()); }
 
     /// The next line that it prints, or an empty one when it ends or nothing comes.
     QByteArray line()
     {
         const QDeadlineTimer deadline(limit);
-        while (!_process.canReadLine()) {
-            if (!_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+        while (!_process.canReadLine())
+            if (!_process.waitForReadyRead(static_cast<int>(deadline.remainingTime())))
                 break;
-            }
-        }
         return _process.readLine().trimmed();
     }
 
-    bool isFirst()
-    {
-        return line() == "first";
-    }
+    bool isFirst() { return line() == "first"; }
 
     /// How it ended, or -1.
     int exitCode()
@@ -105,17 +97,13 @@ public:
         return finished && _process.exitStatus() == QProcess::NormalExit ? _process.exitCode() : -1;
     }
 
-    bool runs()
-    {
-        return _process.state() == QProcess::Running && !_process.waitForFinished(0);
-    }
+    bool runs() { return _process.state() == QProcess::Running && !_process.waitForFinished(0); }
 
     /// Sends it a signal; nothing when it does not run, since its id is 0 then, which is everybody's.
     void send(int signal)
     {
-        if (_process.state() == QProcess::Running) {
+        if (_process.state() == QProcess::Running)
             ::kill(pid(), signal);
-        }
     }
 
     void killWith(int signal)
@@ -151,18 +139,12 @@ public:
         _connected = ::connect(_descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
     }
 
-    ~RawConnection()
-    {
-        ::close(_descriptor);
-    }
+    ~RawConnection() { ::close(_descriptor); }
 
     RawConnection(const RawConnection&) = delete;
     RawConnection& operator=(const RawConnection&) = delete;
 
-    bool connected() const
-    {
-        return _connected;
-    }
+    bool connected() const { return _connected; }
 
     bool write(const QByteArray& bytes)
     {
@@ -187,20 +169,11 @@ private:
 class SingleApplicationTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(_folder.isValid());
-    }
+    void SetUp() override { ASSERT_TRUE(_folder.isValid()); }
 
-    QString folder() const
-    {
-        return _folder.path();
-    }
+    QString folder() const { return _folder.path(); }
 
-    QString userFolder() const
-    {
-        return folder() + QString("/qtsingleapplication-%1").arg(::geteuid());
-    }
+    QString userFolder() const { return folder() + QString("/qtsingleapplication-%1").arg(::geteuid()); }
 
     /// The one file with this ending that the running instance has made.
     QString only(const QString& ending) const
@@ -273,12 +246,10 @@ TEST_F(SingleApplicationTest, TheLongestMessageArrivesAndALongerOneIsNotSent)
 TEST_F(SingleApplicationTest, MessagesArriveInTheOrderOfTheirSending)
 {
     const auto first = startFirst();
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 5; ++i)
         EXPECT_EQ(start(QString::number(i))->exitCode(), 0);
-    }
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 5; ++i)
         EXPECT_EQ(first->line(), QString("message 1 %1 restored").arg(i).toUtf8());
-    }
 }
 
 TEST_F(SingleApplicationTest, AMessageLeavesTheWindowAloneWhenNotAskedToActivateIt)
@@ -292,9 +263,8 @@ TEST_F(SingleApplicationTest, FiveStartsAtOnceLeaveExactlyOne)
 {
     for (int round = 0; round < 3; ++round) {
         std::vector<std::unique_ptr<Instance>> instances;
-        for (int i = 0; i < 5; ++i) {
+        for (int i = 0; i < 5; ++i)
             instances.push_back(start("hello", limit));
-        }
         int running = 0;
         for (auto& instance : instances) {
             if (instance->isFirst()) {
@@ -398,9 +368,8 @@ TEST_F(SingleApplicationTest, TheFolderAndTheSocketAreTheUsersOwn)
 
 TEST_F(SingleApplicationTest, OtherUsersAreNotHeard)
 {
-    if (::geteuid() != 0) {
+    if (::geteuid() != 0)
         GTEST_SKIP() << "only root can act as another user";
-    }
     const auto first = startFirst();
     const QByteArray socket = only("socket").toUtf8();
     ::chmod(folder().toUtf8(), 0777); // the permissions out of the way, so that the socket has to refuse
@@ -424,17 +393,15 @@ TEST_F(SingleApplicationTest, OtherUsersAreNotHeard)
 
 TEST_F(SingleApplicationTest, ASocketOfAnotherUserIsNotSentTo)
 {
-    if (::geteuid() != 0) {
+    if (::geteuid() != 0)
         GTEST_SKIP() << "only root can act as another user";
-    }
     ::chmod(folder().toUtf8(), 0777);
     const QString socket = folder() + "/theirs.socket";
     const pid_t child = ::fork();
     ASSERT_GE(child, 0); // as an id, -1 stands for every process there is
     if (child == 0) {
-        if (::setuid(nobody) != 0) {
+        if (::setuid(nobody) != 0)
             ::_exit(1);
-        }
         sockaddr_un address = {};
         address.sun_family = AF_UNIX;
         std::strncpy(address.sun_path, socket.toUtf8(), sizeof address.sun_path - 1);
@@ -519,9 +486,8 @@ TEST_F(SingleApplicationTest, AnEndlessMessageDoesNotMakeTheProcessGrow)
     RawConnection connection(only("socket"));
     ASSERT_TRUE(connection.write(makeFrame(block).left(frameHeaderSize)));
     int blocks = 0;
-    while (blocks < 256 && connection.write(block)) {
+    while (blocks < 256 && connection.write(block))
         ++blocks;
-    }
     EXPECT_LT(blocks, 256);
     EXPECT_TRUE(first->line().startsWith("message 1048576 xxx")); // what was announced was a message
     expectStillAnswers(*first);
@@ -578,9 +544,8 @@ TEST_F(SingleApplicationTest, ConnectionsThatEndAtOnceLeaveNothingBehind)
 {
     const auto first = startFirst();
     const int before = first->openFiles();
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         RawConnection(only("socket")).write("QSA");
-    }
     expectStillAnswers(*first);
     EXPECT_TRUE(QTest::qWaitFor([&] { return first->openFiles() <= before + 1; }, MessageServer::timeLimit / 2));
 }

@@ -91,10 +91,7 @@ protected:
         settings() = AppSettings();
     }
 
-    void TearDown() override
-    {
-        removeFolder();
-    }
+    void TearDown() override { removeFolder(); }
 
     static void removeFolder()
     {
@@ -102,10 +99,7 @@ protected:
         QDir(settingsFolder()).removeRecursively();
     }
 
-    static AppSettings& settings()
-    {
-        return AppSettings::instance();
-    }
+    static AppSettings& settings() { return AppSettings::instance(); }
 
     static void setAll()
     {
@@ -143,10 +137,7 @@ protected:
         return settingsFolder().entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    static void parse(libconfig::Config& config)
-    {
-        config.readFile(settingsFilePath().toUtf8().constData());
-    }
+    static void parse(libconfig::Config& config) { config.readFile(settingsFilePath().toUtf8().constData()); }
 };
 
 const char completeFile[] = "AppConfig : {\n"
@@ -195,9 +186,8 @@ TEST_F(AppSettingsTest, WhatIsSavedIsReadBack)
 TEST_F(AppSettingsTest, NumbersKeepTheirPointInLanguagesThatWriteAComma)
 {
     const QByteArray before = std::setlocale(LC_NUMERIC, nullptr);
-    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr) {
+    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr)
         GTEST_SKIP() << "no German locale on this machine";
-    }
     setAll();
     saveSettings();
     settings() = AppSettings();
@@ -256,11 +246,10 @@ TEST_F(AppSettingsTest, NoFileButAFolderWritesExactlyTheSchemaWithTheDefaults)
 
 TEST_F(AppSettingsTest, AFloatForTheHeightStopsThereAndRewritesTheFile)
 {
-    writeFile(settingsFilePath(),
-              "AppConfig : {\n"
-              "  Application : { UseDarkSkin = true; CurrentApp = \"Depth\"; };\n"
-              "  Vyr : { Width = 640; Height = 240.0; Binning = 10; Fps = 15.5; };\n"
-              "};\n");
+    writeFile(settingsFilePath(), "AppConfig : {\n"
+                                  "  Application : { UseDarkSkin = true; CurrentApp = \"Depth\"; };\n"
+                                  "  Vyr : { Width = 640; Height = 240.0; Binning = 10; Fps = 15.5; };\n"
+                                  "};\n");
     loadSettings();
     EXPECT_TRUE(settings().useDarkSkin);
     EXPECT_EQ(settings().currentApp, "Depth");
@@ -283,11 +272,10 @@ TEST_F(AppSettingsTest, AFloatForTheHeightStopsThereAndRewritesTheFile)
 
 TEST_F(AppSettingsTest, AnIntegerForTheSkinKeepsEverythingAtTheDefaults)
 {
-    writeFile(settingsFilePath(),
-              "AppConfig : {\n"
-              "  Application : { UseDarkSkin = 1; CurrentApp = \"Depth\"; };\n"
-              "  Vyr : { Width = 640; Height = 480; Binning = 10; Fps = 15.5; };\n"
-              "};\n");
+    writeFile(settingsFilePath(), "AppConfig : {\n"
+                                  "  Application : { UseDarkSkin = 1; CurrentApp = \"Depth\"; };\n"
+                                  "  Vyr : { Width = 640; Height = 480; Binning = 10; Fps = 15.5; };\n"
+                                  "};\n");
     loadSettings();
     expectDefaults();
 }
@@ -304,11 +292,10 @@ TEST_F(AppSettingsTest, AnIntegerForTheFrameRateKeepsThreeCameraFields)
 
 TEST_F(AppSettingsTest, AMissingKeyStopsThereAndRewritesTheFile)
 {
-    writeFile(settingsFilePath(),
-              "AppConfig : {\n"
-              "  Application : { UseDarkSkin = true; };\n"
-              "  Vyr : { Width = 640; Height = 480; Binning = 10; Fps = 15.5; };\n"
-              "};\n");
+    writeFile(settingsFilePath(), "AppConfig : {\n"
+                                  "  Application : { UseDarkSkin = true; };\n"
+                                  "  Vyr : { Width = 640; Height = 480; Binning = 10; Fps = 15.5; };\n"
+                                  "};\n");
     loadSettings();
     EXPECT_TRUE(settings().useDarkSkin);
     EXPECT_EQ(settings().width, 320);
@@ -372,9 +359,8 @@ TEST_F(AppSettingsTest, ASyntaxErrorIsReplacedByTheDefaults)
 TEST_F(AppSettingsTest, BinaryJunkIsReplacedByTheDefaults)
 {
     QByteArray junk(1 << 20, '\0');
-    for (int i = 0; i < junk.size(); ++i) {
+    for (int i = 0; i < junk.size(); ++i)
         junk[i] = static_cast<char>(static_cast<unsigned>(i) * 7919U >> 3);
-    }
     writeFile(settingsFilePath(), junk);
     loadSettings();
     expectDefaults();
@@ -497,9 +483,8 @@ TEST_F(AppSettingsTest, AFullDiskKeepsTheOldFileAndLeavesNothingBehind)
 
 TEST_F(AppSettingsTest, AnUnwritableFolderIsSilentAndKeepsTheOldFile)
 {
-    if (::geteuid() == 0) {
+    if (::geteuid() == 0)
         GTEST_SKIP() << "root may write everywhere";
-    }
     writeFile(settingsFilePath(), completeFile);
     setAll();
     ASSERT_EQ(::chmod(settingsFolder().path().toUtf8(), 0555), 0);
@@ -511,9 +496,8 @@ TEST_F(AppSettingsTest, AnUnwritableFolderIsSilentAndKeepsTheOldFile)
 
 TEST_F(AppSettingsTest, AFileThatTheUserMayNotWriteIsLeftAlone)
 {
-    if (::geteuid() == 0) {
+    if (::geteuid() == 0)
         GTEST_SKIP() << "root may write everything";
-    }
     writeFile(settingsFilePath(), completeFile);
     ASSERT_EQ(::chmod(settingsFilePath().toUtf8(), 0444), 0);
     setAll();
@@ -523,9 +507,8 @@ TEST_F(AppSettingsTest, AFileThatTheUserMayNotWriteIsLeftAlone)
 
 TEST_F(AppSettingsTest, AnUnreadableFileKeepsTheDefaults)
 {
-    if (::geteuid() == 0) {
+    if (::geteuid() == 0)
         GTEST_SKIP() << "root may read everything";
-    }
     writeFile(settingsFilePath(), completeFile);
     ASSERT_EQ(::chmod(settingsFilePath().toUtf8(), 0000), 0);
     loadSettings();

@@ -17,8 +17,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QElapsedTimer>
@@ -63,13 +63,11 @@ CStatus* field(int index)
 /// What a probe notes of the host while an app is called.
 void noteHost(const char* app, const char* operation)
 {
-    if (window == nullptr) {
+    if (window == nullptr)
         return;
-    }
     const bool free = window->appLock().tryLock();
-    if (free) {
+    if (free)
         window->appLock().unlock();
-    }
     TestApps::log().append(QString("%1.%2 %3 width=%4 timer=%5 streaming=%6 file=%7")
                                .arg(app, operation, free ? "free" : "locked")
                                .arg(window->currentResolution().width)
@@ -126,24 +124,17 @@ protected:
         QApplication::setStyle(_style);
     }
 
-    static QDir here()
-    {
-        return QDir(QCoreApplication::applicationDirPath());
-    }
+    static QDir here() { return QDir(QCoreApplication::applicationDirPath()); }
 
     static void tidy()
     {
         QDir(here().filePath("settings")).removeRecursively();
         QDir(here().filePath("manual")).removeRecursively();
-        for (const QString& name : here().entryList({"*App.so"}, QDir::Files)) {
+        for (const QString& name : here().entryList({"*App.so"}, QDir::Files))
             QFile::remove(here().filePath(name));
-        }
     }
 
-    static void install(const QString& name)
-    {
-        TestApps::install(name, here(), name + "App.so");
-    }
+    static void install(const QString& name) { TestApps::install(name, here(), name + "App.so"); }
 
     static void open(bool withCamera = true)
     {
@@ -168,19 +159,16 @@ protected:
     static QStringList menuTitles()
     {
         QStringList titles;
-        for (const QAction* const action : window->menuBar()->actions()) {
+        for (const QAction* const action : window->menuBar()->actions())
             titles.append(action->text());
-        }
         return titles;
     }
 
     static QMenu* menu(const QString& title)
     {
-        for (const QAction* const action : window->menuBar()->actions()) {
-            if (action->text() == title) {
+        for (const QAction* const action : window->menuBar()->actions())
+            if (action->text() == title)
                 return action->menu();
-            }
-        }
         return nullptr;
     }
 
@@ -209,35 +197,33 @@ protected:
     /// Does something in the settings dialog that is opened next, and closes it if it is still open then.
     static void inDialog(const std::function<void(SettingsDialog&)>& action)
     {
-        QTimer::singleShot(0, window.get(), [action] {
-            auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            action(*dialog);
-            dialog->reject();
-        });
+        QTimer::singleShot(
+            0, window.get(),
+            [action] {
+                auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget());
+                ASSERT_NE(dialog, nullptr);
+                action(*dialog);
+                dialog->reject();
+            });
     }
 
     static QStringList tabTitles(const SettingsDialog& dialog)
     {
         QStringList titles;
-        for (int i = 0; i < dialog.tabWidget()->count(); ++i) {
+        for (int i = 0; i < dialog.tabWidget()->count(); ++i)
             titles.append(dialog.tabWidget()->tabText(i));
-        }
         return titles;
     }
 
     /// Lets the event loop run as long as the frame timer takes for some ticks.
-    static void runEventLoop()
-    {
-        QTest::qWait(50);
-    }
+    static void runEventLoop() { QTest::qWait(50); }
 
     static bool isDocumented(QDockWidget* dock)
     {
         return dock->features() == QDockWidget::NoDockWidgetFeatures && dock->autoFillBackground()
-               && dock->contentsMargins().isNull() && dock->titleBarWidget() != nullptr
-               && dock->titleBarWidget()->metaObject() == &QWidget::staticMetaObject
-               && dock->titleBarWidget()->children().isEmpty();
+            && dock->contentsMargins().isNull() && dock->titleBarWidget() != nullptr
+            && dock->titleBarWidget()->metaObject() == &QWidget::staticMetaObject
+            && dock->titleBarWidget()->children().isEmpty();
     }
 
 private:
@@ -293,9 +279,9 @@ TEST_F(ApplicationWindowTest, LoadsAppsThenInitializesThemThenStartsTheSavedOne)
 {
     save([](AppSettings& settings) { settings.currentApp = "Two"; });
     openWithTwoApps();
-    EXPECT_EQ(TestApps::log().filter(QRegularExpression("requiresCamera|initialize|start|stop")),
-              QStringList({"One.requiresCamera", "Two.requiresCamera", "One.initialize", "Two.initialize",
-                           "Two.start"}));
+    EXPECT_EQ(
+        TestApps::log().filter(QRegularExpression("requiresCamera|initialize|start|stop")),
+        QStringList({"One.requiresCamera", "Two.requiresCamera", "One.initialize", "Two.initialize", "Two.start"}));
 }
 
 TEST_F(ApplicationWindowTest, ASavedAppThatIsTheSecondStartsWithIndexOne)
@@ -417,9 +403,8 @@ TEST_F(ApplicationWindowTest, IsCentredOnTheAvailableGeometry)
 {
     open();
     EXPECT_EQ(window->size(), QSize(1200, 670));
-    EXPECT_EQ(window->geometry(),
-              QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(1200, 670),
-                                  QGuiApplication::primaryScreen()->availableGeometry()));
+    EXPECT_EQ(window->geometry(), QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(1200, 670),
+                                                      QGuiApplication::primaryScreen()->availableGeometry()));
 }
 
 TEST_F(ApplicationWindowTest, ItsIconHoldsEverySize)
@@ -509,9 +494,8 @@ TEST_F(ApplicationWindowTest, StatusFieldsStandInTheStatusBar)
 
 TEST_F(ApplicationWindowTest, FieldOneIsClearedAfterASecondAndFieldZeroStays)
 {
-    if (QTime::currentTime() > QTime(23, 59, 50)) {
+    if (QTime::currentTime() > QTime(23, 59, 50))
         GTEST_SKIP() << "midnight is near, and texts are cleared early";
-    }
     open();
     QElapsedTimer time;
     time.start();
@@ -576,9 +560,8 @@ TEST_F(ApplicationWindowTest, ATextFromTheCamerasThreadReachesFieldZeroOnTheGuiT
     window->cameraDevice()->StartProcessing();
     const QString before = field(0)->text();
     std::thread([] {
-        for (std::uint32_t timestamp = 0; timestamp <= 10000; timestamp += 2500) {
+        for (std::uint32_t timestamp = 0; timestamp <= 10000; timestamp += 2500)
             FakeVYR::emitFrame(timestamp);
-        }
     }).join();
     EXPECT_EQ(field(0)->text(), before) << "a label was touched outside of the GUI thread";
     EXPECT_TRUE(QTest::qWaitFor([] { return field(0)->text().contains("FPS:    4.000"); }, limit));
@@ -625,9 +608,8 @@ TEST_F(ApplicationWindowTest, AnActionOfAnotherNumberDoesNothing)
     openWithTwoApps();
     window->show();
     TestApps::log().clear();
-    for (const int action : {-1, 0, 7, 100}) {
+    for (const int action : {-1, 0, 7, 100})
         window->onMenuAction(action);
-    }
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(TestApps::log().isEmpty());
 }
@@ -852,9 +834,8 @@ TEST_F(ApplicationWindowTest, ModeChangeWithThirtyOneFramesQueuedIsInForceWithTh
     openWithTwoApps();
     VYRCameraDevice* const camera = window->cameraDevice();
     camera->StartProcessing();
-    for (std::uint32_t timestamp = 0; timestamp < 40; ++timestamp) {
+    for (std::uint32_t timestamp = 0; timestamp < 40; ++timestamp)
         FakeVYR::emitFrame(timestamp);
-    }
     ASSERT_EQ(camera->Size(), 31);
     inDialog([&](SettingsDialog& dialog) {
         chooseFirstBinning(dialog);
@@ -870,9 +851,8 @@ TEST_F(ApplicationWindowTest, ModeChangeWithThirtyOneFramesQueuedIsInForceWithTh
     EXPECT_EQ(camera->Size(), 1);
     EXPECT_EQ(camera->ResolutionKey(), "R640x480_B1x1");
     int free = 0;
-    while (camera->FrameCache().Acquire() != nullptr) {
+    while (camera->FrameCache().Acquire() != nullptr)
         ++free;
-    }
     EXPECT_EQ(free, 31) << "all but the frame that is queued";
 }
 
@@ -1067,11 +1047,10 @@ TEST_F(ApplicationWindowTest, AnAppMayRunTheCameraThroughAResolutionChange)
     openWithTwoApps();
     window->cameraDevice()->StartProcessing();
     TestApps::setProbe([](const char*, const char* operation) {
-        if (qstrcmp(operation, "stop") == 0) {
+        if (qstrcmp(operation, "stop") == 0)
             window->cameraDevice()->StopProcessing();
-        } else if (qstrcmp(operation, "start") == 0) {
+        else if (qstrcmp(operation, "start") == 0)
             window->cameraDevice()->StartProcessing();
-        }
     });
     window->changeResolution({640, 480, 0, 20.0F, 0.5F, 60.0F});
     EXPECT_TRUE(FakeVYR::isStreaming());

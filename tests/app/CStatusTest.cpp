@@ -42,9 +42,8 @@ TEST_F(CStatusTest, ATextSetOnTheGuiThreadIsThereAtOnce)
 
 TEST_F(CStatusTest, ATextWithADisplayTimeIsClearedBetweenOneAndOneAndAQuarterOfIt)
 {
-    if (QTime::currentTime() > QTime(23, 59, 50)) {
+    if (QTime::currentTime() > QTime(23, 59, 50))
         GTEST_SKIP() << "midnight is near, and texts are cleared early";
-    }
     CStatus* const field = addField(1000);
     QElapsedTimer time;
     time.start();
@@ -56,9 +55,8 @@ TEST_F(CStatusTest, ATextWithADisplayTimeIsClearedBetweenOneAndOneAndAQuarterOfI
 
 TEST_F(CStatusTest, ANewTextLivesItsWholeTime)
 {
-    if (QTime::currentTime() > QTime(23, 59, 50)) {
+    if (QTime::currentTime() > QTime(23, 59, 50))
         GTEST_SKIP() << "midnight is near, and texts are cleared early";
-    }
     CStatus* const field = addField(400);
     field->setStatusText("first");
     QTest::qWait(300);

@@ -15,9 +15,9 @@
 
 namespace {
 
-const QStringList expectedPaths = {":/segoeui.ttf",  ":/segoeuib.ttf", ":/segoeuii.ttf",
+const QStringList expectedPaths = {":/segoeui.ttf",   ":/segoeuib.ttf", ":/segoeuii.ttf",
                                    ":/segoeuisl.ttf", ":/segoeuiz.ttf", ":/seguili.ttf",
-                                   ":/seguisb.ttf",  ":/seguisbi.ttf", ":/seguisli.ttf"};
+                                   ":/seguisb.ttf",   ":/seguisbi.ttf", ":/seguisli.ttf"};
 
 /// Registers from a certain attempt on and notes the attempts.
 struct Registrar
@@ -86,9 +86,8 @@ TEST(EmbeddedFonts, TextIsDrawnInTheFirstFace)
     const QRawFont drawn = QRawFont::fromFont(QApplication::font());
     EXPECT_EQ(QFontInfo(QApplication::font()).family(), embedded.familyName());
     EXPECT_EQ(drawn.styleName(), embedded.styleName());
-    for (const char* table : {"head", "name", "hmtx"}) {
+    for (const char* table : {"head", "name", "hmtx"})
         EXPECT_EQ(drawn.fontTable(table), embedded.fontTable(table)) << table;
-    }
 }
 
 } // namespace

@@ -40,15 +40,16 @@ QIcon EndingApp::icon()
 
 void EndingApp::start()
 {
-    QTimer::singleShot(0, this, [this] {
-        if (name() == QStringLiteral("Exit")) {
-            QCoreApplication::exit(7);
-        } else if (name() == QStringLiteral("Minimised")) {
-            minimiseWindow();
-        } else {
-            QApplication::closeAllWindows();
-        }
-    });
+    QTimer::singleShot(
+        0, this,
+        [this] {
+            if (name() == QStringLiteral("Exit"))
+                QCoreApplication::exit(7);
+            else if (name() == QStringLiteral("Minimised"))
+                minimiseWindow();
+            else
+                QApplication::closeAllWindows();
+        });
 }
 
 void EndingApp::minimiseWindow()
@@ -65,9 +66,8 @@ void EndingApp::minimiseWindow()
 
 bool EndingApp::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::WindowStateChange && !qobject_cast<QWidget*>(watched)->isMinimized()) {
+    if (event->type() == QEvent::WindowStateChange && !qobject_cast<QWidget*>(watched)->isMinimized())
         QCoreApplication::exit(9);
-    }
     return false;
 }
 

@@ -32,9 +32,8 @@ bool waitFor(const std::function<bool()>& condition)
     QElapsedTimer time;
     time.start();
     while (!condition()) {
-        if (time.elapsed() > limit) {
+        if (time.elapsed() > limit)
             return false;
-        }
         QThread::msleep(10);
     }
     return true;
@@ -43,10 +42,7 @@ bool waitFor(const std::function<bool()>& condition)
 class ProgramTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(QFile::copy(PROGRAM, program()));
-    }
+    void SetUp() override { ASSERT_TRUE(QFile::copy(PROGRAM, program())); }
 
     void TearDown() override
     {
@@ -57,25 +53,13 @@ protected:
         }
     }
 
-    QDir folder() const
-    {
-        return QDir(_folder.path());
-    }
+    QDir folder() const { return QDir(_folder.path()); }
 
-    QString program() const
-    {
-        return folder().filePath("VYRDashboard");
-    }
+    QString program() const { return folder().filePath("VYRDashboard"); }
 
-    QString settingsFile() const
-    {
-        return folder().filePath("settings/DashboardSettings.cfg");
-    }
+    QString settingsFile() const { return folder().filePath("settings/DashboardSettings.cfg"); }
 
-    void makeSettingsFolder()
-    {
-        ASSERT_TRUE(folder().mkdir("settings"));
-    }
+    void makeSettingsFolder() { ASSERT_TRUE(folder().mkdir("settings")); }
 
     QProcess& start()
     {
@@ -107,9 +91,8 @@ protected:
     {
         const QDir locks(_folder.path() + QString("/qtsingleapplication-%1").arg(::geteuid()));
         const QStringList names = locks.entryList({"*.lock"}, QDir::Files);
-        if (names.isEmpty()) {
+        if (names.isEmpty())
             return false;
-        }
         const int descriptor = ::open(locks.filePath(names.first()).toUtf8(), O_RDWR | O_CLOEXEC);
         const bool locked = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0;
         ::close(descriptor);
@@ -119,21 +102,16 @@ protected:
     /// Sends a process a signal; nothing when it does not run, since its id is 0 then, which is everybody's.
     static void send(QProcess& process, int signal)
     {
-        if (process.state() == QProcess::Running) {
+        if (process.state() == QProcess::Running)
             ::kill(static_cast<pid_t>(process.processId()), signal);
-        }
     }
 
     static int exitCode(QProcess& process)
     {
-        return process.waitForFinished(limit) && process.exitStatus() == QProcess::NormalExit ? process.exitCode()
-                                                                                             : -1;
+        return process.waitForFinished(limit) && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
 
-    static bool runs(QProcess& process)
-    {
-        return !process.waitForFinished(0) && process.state() == QProcess::Running;
-    }
+    static bool runs(QProcess& process) { return !process.waitForFinished(0) && process.state() == QProcess::Running; }
 
     QString savedApp() const
     {

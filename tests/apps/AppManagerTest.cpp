@@ -26,7 +26,8 @@
 
 // Apps are called by slot: a destructor among them would move every one of the slots.
 static_assert(std::is_polymorphic_v<AppInterface> && !std::has_virtual_destructor_v<AppInterface>);
-static_assert(std::is_polymorphic_v<HostEnvironmentInterface> && !std::has_virtual_destructor_v<HostEnvironmentInterface>);
+static_assert(
+    std::is_polymorphic_v<HostEnvironmentInterface> && !std::has_virtual_destructor_v<HostEnvironmentInterface>);
 static_assert(std::is_polymorphic_v<StatusBarText> && !std::has_virtual_destructor_v<StatusBarText>);
 
 namespace {
@@ -39,10 +40,7 @@ public:
     {
     }
 
-    void setStatusText(QString text) override
-    {
-        TestApps::log().append(QString("%1=%2").arg(_name, text));
-    }
+    void setStatusText(QString text) override { TestApps::log().append(QString("%1=%2").arg(_name, text)); }
 
     void setStatusTextColored(QString, QColor) override {}
     void setStatusVisible(bool) override {}
@@ -89,9 +87,8 @@ Manager* probedManager = nullptr;
 void noteWithLock(const char* app, const char* operation)
 {
     const bool free = probedManager->appLock().tryLock();
-    if (free) {
+    if (free)
         probedManager->appLock().unlock();
-    }
     TestApps::log().append(QString("%1.%2 %3").arg(app, operation, free ? "free" : "locked"));
 }
 
@@ -113,20 +110,11 @@ protected:
         QFile::remove(settingsFilePath());
     }
 
-    void TearDown() override
-    {
-        QDir(QCoreApplication::applicationDirPath() + "/settings").removeRecursively();
-    }
+    void TearDown() override { QDir(QCoreApplication::applicationDirPath() + "/settings").removeRecursively(); }
 
-    void install(const QString& name, const QString& fileName)
-    {
-        TestApps::install(name, folder(), fileName);
-    }
+    void install(const QString& name, const QString& fileName) { TestApps::install(name, folder(), fileName); }
 
-    QDir folder() const
-    {
-        return QDir(_folder.path());
-    }
+    QDir folder() const { return QDir(_folder.path()); }
 
     bool load(bool withCamera = true)
     {
@@ -148,9 +136,8 @@ protected:
     QStringList names() const
     {
         QStringList result;
-        for (const AppInfo& info : manager.appInfos()) {
+        for (const AppInfo& info : manager.appInfos())
             result.append(info.name);
-        }
         return result;
     }
 
@@ -252,9 +239,8 @@ TEST_F(AppManagerTest, SkipsAnUnreadableFile)
 {
     install("One", "aApp.so");
     ASSERT_EQ(::chmod(folder().filePath("aApp.so").toUtf8(), 0), 0);
-    if (QFile(folder().filePath("aApp.so")).open(QIODevice::ReadOnly)) {
+    if (QFile(folder().filePath("aApp.so")).open(QIODevice::ReadOnly))
         GTEST_SKIP() << "root reads everything";
-    }
     EXPECT_FALSE(load());
 }
 
@@ -301,8 +287,7 @@ TEST_F(AppManagerTest, TheFirstSwitchStopsNobodyAndSavesTheName)
 {
     loadTwo();
     manager.setCurrentApp(1);
-    EXPECT_EQ(TestApps::log(),
-              QStringList({"field 0=", "field 1=", "dock hidden", "Two.start", "Two.name"}));
+    EXPECT_EQ(TestApps::log(), QStringList({"field 0=", "field 1=", "dock hidden", "Two.start", "Two.name"}));
     EXPECT_EQ(manager.currentAppIndex(), 1);
     EXPECT_EQ(manager.currentApp()->name(), "Two");
     EXPECT_EQ(AppSettings::instance().currentApp, "Two");
@@ -317,7 +302,8 @@ TEST_F(AppManagerTest, ASwitchStopsTheOldAppClearsTheHostAndStartsTheNewOneInThi
     manager.setCurrentApp(0);
     TestApps::log().clear();
     manager.setCurrentApp(1);
-    EXPECT_EQ(TestApps::log(), QStringList({"One.stop", "field 0=", "field 1=", "dock hidden", "Two.start", "Two.name"}));
+    EXPECT_EQ(TestApps::log(),
+              QStringList({"One.stop", "field 0=", "field 1=", "dock hidden", "Two.start", "Two.name"}));
 }
 
 TEST_F(AppManagerTest, SwitchingToTheCurrentAppStopsAndStartsItAndWritesTheFile)
@@ -327,7 +313,8 @@ TEST_F(AppManagerTest, SwitchingToTheCurrentAppStopsAndStartsItAndWritesTheFile)
     TestApps::log().clear();
     ASSERT_TRUE(QFile::remove(settingsFilePath()));
     manager.setCurrentApp(0);
-    EXPECT_EQ(TestApps::log(), QStringList({"One.stop", "field 0=", "field 1=", "dock hidden", "One.start", "One.name"}));
+    EXPECT_EQ(TestApps::log(),
+              QStringList({"One.stop", "field 0=", "field 1=", "dock hidden", "One.start", "One.name"}));
     EXPECT_TRUE(QFile::exists(settingsFilePath()));
 }
 
@@ -337,9 +324,8 @@ TEST_F(AppManagerTest, AnIndexWithoutAnAppChangesNothing)
     manager.setCurrentApp(1);
     TestApps::log().clear();
     ASSERT_TRUE(QFile::remove(settingsFilePath()));
-    for (const int index : {-1, 2, 1000}) {
+    for (const int index : {-1, 2, 1000})
         manager.setCurrentApp(index);
-    }
     EXPECT_TRUE(TestApps::log().isEmpty());
     EXPECT_EQ(manager.currentAppIndex(), 1);
     EXPECT_FALSE(QFile::exists(settingsFilePath()));
@@ -370,9 +356,9 @@ TEST_F(AppManagerTest, TheLockIsHeldAroundEveryCallIntoTheCurrentAppAndForTheWho
     manager.stopCurrentApp();
     manager.startCurrentApp();
     const QStringList calls = TestApps::log().filter(".");
-    EXPECT_EQ(calls, QStringList({"One.stop locked", "Two.start locked", "Two.name locked", "Two.updatePending locked",
-                                  "Two.update locked", "Two.handleKeyEvent locked", "Two.stop locked",
-                                  "Two.start locked"}));
+    EXPECT_EQ(calls,
+              QStringList({"One.stop locked", "Two.start locked", "Two.name locked", "Two.updatePending locked",
+                           "Two.update locked", "Two.handleKeyEvent locked", "Two.stop locked", "Two.start locked"}));
     EXPECT_TRUE(manager.appLock().tryLock()) << "a call has left the lock behind";
     manager.appLock().unlock();
 }

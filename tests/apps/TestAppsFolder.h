@@ -45,9 +45,8 @@ inline void reset()
 {
     log().clear();
     setProbe(note);
-    for (const char* property : {"pending", "consumesKeys", "settingsWidget", "showsBottomDock"}) {
+    for (const char* property : {"pending", "consumesKeys", "settingsWidget", "showsBottomDock"})
         set(property, false);
-    }
 }
 
 /// Puts a copy of the library NAMETestApp.so into a folder.

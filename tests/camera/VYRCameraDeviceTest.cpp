@@ -26,10 +26,7 @@ using testing::IsEmpty;
 class CameraDevice : public testing::Test
 {
 protected:
-    CameraDevice()
-    {
-        FakeVYR::reset();
-    }
+    CameraDevice() { FakeVYR::reset(); }
 
     /// A device whose mode the camera has, with the log emptied after construction.
     std::unique_ptr<VYRCameraDevice> makeDevice(int binning = 5, int width = 320, int height = 240, float fps = 30.0F)
@@ -61,10 +58,7 @@ protected:
     }
 
     /// The text of the last signal seen by `spy`.
-    static QString lastText(const QSignalSpy& spy)
-    {
-        return spy.isEmpty() ? QString() : spy.last().at(0).toString();
-    }
+    static QString lastText(const QSignalSpy& spy) { return spy.isEmpty() ? QString() : spy.last().at(0).toString(); }
 };
 
 QString idleText(const QString& resolution, const QString& binning)
@@ -155,8 +149,8 @@ TEST_F(CameraDevice, SignalsAndSlotsComeInTheirFixedOrder)
     QStringList methods;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         methods << QString::fromLatin1(meta.method(i).methodSignature());
-    EXPECT_EQ(methods, (QStringList{"InfoChanged(QString)", "QChanged(QString)", "Exposure(int)", "Gain(int)", "Led(int)",
-                                    "HFlip(bool)", "VFlip(bool)", "SwapCameras(bool)", "Undistort(bool)",
+    EXPECT_EQ(methods, (QStringList{"InfoChanged(QString)", "QChanged(QString)", "Exposure(int)", "Gain(int)",
+                                    "Led(int)", "HFlip(bool)", "VFlip(bool)", "SwapCameras(bool)", "Undistort(bool)",
                                     "IMURange(VYRAccelRange,VYRGyroRange)"}));
     EXPECT_EQ(meta.method(meta.methodOffset()).parameterNames(), QList<QByteArray>{"infoString"});
 }
@@ -173,9 +167,8 @@ TEST_F(CameraDevice, StartSendsModeAndControlsInOrder)
     device->VFlip(true);
     FakeVYR::clearCalls();
     device->StartProcessing();
-    EXPECT_THAT(FakeVYR::calls(),
-                ElementsAre("Enumerate 1 320 240 5 30", "Set 6 320 240 5 30", "Set 10 1", "Set 11 1", "Set 8 11 0", "Set 9 22",
-                            "Set 13 33", "StartVYR 1", "Get 7"));
+    EXPECT_THAT(FakeVYR::calls(), ElementsAre("Enumerate 1 320 240 5 30", "Set 6 320 240 5 30", "Set 10 1", "Set 11 1",
+                                              "Set 8 11 0", "Set 9 22", "Set 13 33", "StartVYR 1", "Get 7"));
 }
 
 TEST_F(CameraDevice, StartWithoutAMatchingModeStartsNothingAndSaysNothing)
@@ -198,7 +191,8 @@ TEST_F(CameraDevice, StartWhileClosedDoesNothing)
 TEST_F(CameraDevice, StartFreesTheWholePool)
 {
     const auto device = makeDevice();
-    while (device->FrameCache().Acquire() != nullptr) { }
+    while (device->FrameCache().Acquire() != nullptr) {
+    }
     device->StartProcessing();
     EXPECT_EQ(countFreeFrames(*device), 32);
 }
@@ -452,13 +446,13 @@ TEST_P(WindowKept, TheWindowGoesOn)
     EXPECT_EQ(info.count(), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Controls, WindowKept,
-    testing::Values(Control{"SwapCameras", [](VYRCameraDevice& device) { device.SwapCameras(true); }},
-                    Control{"Undistort", [](VYRCameraDevice& device) { device.Undistort(true); }},
-                    Control{"IMURange", [](VYRCameraDevice& device) {
-                                device.IMURange(VYR_ACCEL_RANGE_4G, VYR_GYRO_RANGE_500);
-                            }}));
+INSTANTIATE_TEST_SUITE_P(Controls, WindowKept,
+                         testing::Values(Control{"SwapCameras",
+                                                 [](VYRCameraDevice& device) { device.SwapCameras(true); }},
+                                         Control{"Undistort", [](VYRCameraDevice& device) { device.Undistort(true); }},
+                                         Control{"IMURange", [](VYRCameraDevice& device) {
+                                                     device.IMURange(VYR_ACCEL_RANGE_4G, VYR_GYRO_RANGE_500);
+                                                 }}));
 
 // Temperature and status text
 
@@ -592,9 +586,8 @@ TEST_F(CameraDevice, StartDoesNotReapplySwapUndistortAndRanges)
     device->IMURange(VYR_ACCEL_RANGE_4G, VYR_GYRO_RANGE_500);
     FakeVYR::clearCalls();
     device->StartProcessing();
-    for (const std::string& call : FakeVYR::calls()) {
+    for (const std::string& call : FakeVYR::calls())
         EXPECT_FALSE(call == "Set 12 1" || call == "Set 17 1" || call == "Set 20 1 1") << call;
-    }
 }
 
 // Identity
@@ -666,10 +659,12 @@ TEST_F(CameraDevice, SignalsFromTheCallbackThreadReachTheGuiThreadQueued)
     QObject receiver;
     QThread* deliveredOn = nullptr;
     int delivered = 0;
-    QObject::connect(device.get(), &VYRCameraDevice::QChanged, &receiver, [&] {
-        deliveredOn = QThread::currentThread();
-        ++delivered;
-    });
+    QObject::connect(
+        device.get(), &VYRCameraDevice::QChanged, &receiver,
+        [&] {
+            deliveredOn = QThread::currentThread();
+            ++delivered;
+        });
     std::thread([] { FakeVYR::emitFrame(0); }).join();
     EXPECT_EQ(delivered, 0);
     QCoreApplication::processEvents();
@@ -691,10 +686,9 @@ TEST_F(CameraDevice, ControlsAndModesMayChangeWhileFramesArrive)
     for (int round = 0; round < 50; ++round) {
         std::atomic<bool> stopConsumer{false};
         std::thread consumer([&] {
-            while (!stopConsumer) {
+            while (!stopConsumer)
                 if (NodeData* const item = device->OutputQueue().Pop(5))
                     item->Release();
-            }
         });
         device->Exposure(round);
         device->Gain(round);

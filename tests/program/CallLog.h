@@ -15,14 +15,12 @@
 inline void noteCall(const std::string& line)
 {
     const char* const path = std::getenv("VYR_TEST_LOG");
-    if (path == nullptr) {
+    if (path == nullptr)
         return;
-    }
     const std::string text = line + '\n';
     const int descriptor = ::open(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
     const ssize_t written = ::write(descriptor, text.data(), text.size());
-    if (written != static_cast<ssize_t>(text.size())) {
+    if (written != static_cast<ssize_t>(text.size()))
         std::abort(); // a run without its log proves nothing
-    }
     ::close(descriptor);
 }

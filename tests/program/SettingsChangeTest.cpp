@@ -21,10 +21,9 @@ class SettingsChangeTest : public testing::Test
 protected:
     void SetUp() override
     {
-        for (const char* file : {PROGRAM, CORE_LIBRARY, CAMERA_NODE_LIBRARY, CAMERA_LIBRARY, STEREO_VIEW_APP,
-                                 WITNESS_APP}) {
+        for (const char* file :
+             {PROGRAM, CORE_LIBRARY, CAMERA_NODE_LIBRARY, CAMERA_LIBRARY, STEREO_VIEW_APP, WITNESS_APP})
             ASSERT_TRUE(QFile::copy(file, folder().filePath(QFileInfo(file).fileName()))) << file;
-        }
         ASSERT_TRUE(folder().mkdir("settings"));
         QFile settings(settingsFile());
         ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
@@ -33,15 +32,9 @@ protected:
                        " Vyr : { Width = 640; Height = 480; Binning = 0; Fps = 30.0; }; };\n");
     }
 
-    QDir folder() const
-    {
-        return QDir(_folder.path());
-    }
+    QDir folder() const { return QDir(_folder.path()); }
 
-    QString settingsFile() const
-    {
-        return folder().filePath("settings/DashboardSettings.cfg");
-    }
+    QString settingsFile() const { return folder().filePath("settings/DashboardSettings.cfg"); }
 
     /// Runs the program with a user who does a task and then leaves it; returns the lines noted meanwhile.
     QStringList run(const QString& task)
@@ -113,11 +106,9 @@ QStringList seen(const QStringList& log, const QString& kind)
 {
     const QString beginning = "sees " + kind + ' ';
     QStringList sights;
-    for (const QString& line : log) {
-        if (line.startsWith(beginning)) {
+    for (const QString& line : log)
+        if (line.startsWith(beginning))
             sights << line.mid(beginning.size());
-        }
-    }
     return sights;
 }
 
@@ -138,27 +129,25 @@ TEST_F(SettingsChangeTest, ModeAndAppAreInForceAtOnceAndAfterARestart)
 
     // The mode before the app: the app that is left starts once more, in the new mode, then the other.
     EXPECT_EQ(calls(change, "opens the menu Settings", "presses Ok"), "") << "nothing may happen before Ok";
-    EXPECT_EQ(calls(change, "presses Ok", "opens the menu File"),
-              "camera stop\n"
-              "camera mode 256x240 binning 5 at 24\n"
-              "camera start\n"
-              "camera stop\n"
-              "witness start 256x240 binning 5 at 24\n"
-              "camera mode 256x240 binning 5 at 24\n"
-              "camera start\n"
-              "witness frame 256x240");
+    EXPECT_EQ(calls(change, "presses Ok", "opens the menu File"), "camera stop\n"
+                                                                  "camera mode 256x240 binning 5 at 24\n"
+                                                                  "camera start\n"
+                                                                  "camera stop\n"
+                                                                  "witness start 256x240 binning 5 at 24\n"
+                                                                  "camera mode 256x240 binning 5 at 24\n"
+                                                                  "camera start\n"
+                                                                  "witness frame 256x240");
     const QString status = seen(change, "status").value(1);
     EXPECT_TRUE(status.startsWith("Resolution: 256x240, Binning: 2x2, FPS: ")) << qPrintable(status);
     EXPECT_LT(frameRateIn(status), 27.0); // it was 30 before
     EXPECT_EQ(saved(), "256 x 240, binning 5, 24 fps, Witness");
 
     const QStringList check = run("check");
-    EXPECT_EQ(text(check.mid(0, 5)),
-              "camera open\n"
-              "witness start 256x240 binning 5 at 24\n"
-              "camera mode 256x240 binning 5 at 24\n"
-              "camera start\n"
-              "witness frame 256x240");
+    EXPECT_EQ(text(check.mid(0, 5)), "camera open\n"
+                                     "witness start 256x240 binning 5 at 24\n"
+                                     "camera mode 256x240 binning 5 at 24\n"
+                                     "camera start\n"
+                                     "witness frame 256x240");
     EXPECT_EQ(text(seen(check, "title")), "VYR Dashboard - Witness\nVYR Dashboard - Stereo View");
     const QString statusAfterwards = seen(check, "status").value(0);
     EXPECT_TRUE(statusAfterwards.startsWith("Resolution: 256x240, Binning: 2x2, FPS: "))

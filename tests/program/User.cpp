@@ -39,9 +39,8 @@ constexpr qint64 patience = 60'000; // ms
 
 bool isOnScreen(const QWidget* widget)
 {
-    if (widget == nullptr || !widget->isVisible()) {
+    if (widget == nullptr || !widget->isVisible())
         return false;
-    }
     const QWindow* const window = widget->window()->windowHandle();
     return window != nullptr && window->isExposed();
 }
@@ -51,9 +50,8 @@ Window* windowOnScreen()
 {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         auto* const window = qobject_cast<Window*>(widget);
-        if (isOnScreen(window)) {
+        if (isOnScreen(window))
             return window;
-        }
     }
     return nullptr;
 }
@@ -61,21 +59,17 @@ Window* windowOnScreen()
 template<typename Child>
 Child* childOnScreen(const QWidget* parent)
 {
-    for (Child* child : parent->findChildren<Child*>()) {
-        if (isOnScreen(child)) {
+    for (Child* child : parent->findChildren<Child*>())
+        if (isOnScreen(child))
             return child;
-        }
-    }
     return nullptr;
 }
 
 QWidget* sensorOnScreen()
 {
-    for (QWidget* child : windowOnScreen<QDialog>()->findChildren<QWidget*>()) {
-        if (child->inherits("ResolutionVisualization") && isOnScreen(child)) {
+    for (QWidget* child : windowOnScreen<QDialog>()->findChildren<QWidget*>())
+        if (child->inherits("ResolutionVisualization") && isOnScreen(child))
             return child;
-        }
-    }
     return nullptr;
 }
 
@@ -92,9 +86,8 @@ QList<QSpinBox*> numbersOnScreen()
 QString editorText()
 {
     QStringList values;
-    for (const QSpinBox* box : numbersOnScreen()) {
+    for (const QSpinBox* box : numbersOnScreen())
         values << box->text();
-    }
     values << childOnScreen<QComboBox>(windowOnScreen<QDialog>())->currentText();
     return values.join(' ');
 }
@@ -102,11 +95,9 @@ QString editorText()
 /// The camera's status text.
 QString statusText()
 {
-    for (const QLabel* label : windowOnScreen<QMainWindow>()->statusBar()->findChildren<QLabel*>()) {
-        if (label->text().startsWith("Resolution")) {
+    for (const QLabel* label : windowOnScreen<QMainWindow>()->statusBar()->findChildren<QLabel*>())
+        if (label->text().startsWith("Resolution"))
             return label->text();
-        }
-    }
     return QString();
 }
 
@@ -115,9 +106,8 @@ bool isLive(const QString& mode)
 {
     static const QRegularExpression frameRate("FPS: +([0-9.]+)");
     const QMainWindow* const window = windowOnScreen<QMainWindow>();
-    if (window == nullptr || windowOnScreen<QDialog>() != nullptr) {
+    if (window == nullptr || windowOnScreen<QDialog>() != nullptr)
         return false;
-    }
     const QString status = statusText();
     return status.startsWith(mode) && frameRate.match(status).captured(1).toDouble() > 0.0;
 }
@@ -180,11 +170,9 @@ void drag(const QWidget* widget, QPoint from, QPoint to)
 
 QAction* actionNamed(const QList<QAction*>& actions, const QString& name)
 {
-    for (QAction* action : actions) {
-        if (action->text().remove('&') == name) {
+    for (QAction* action : actions)
+        if (action->text().remove('&') == name)
             return action;
-        }
-    }
     return nullptr;
 }
 
@@ -203,9 +191,8 @@ void chooseInOpenList(const QString& text)
     const QAbstractItemView* const list = childOnScreen<QComboBox>(windowOnScreen<QDialog>())->view();
     QWindow* const window = windowOf(list);
     const int rows = list->model()->rowCount();
-    for (int row = 0; row < rows && list->currentIndex().data().toString() != text; ++row) {
+    for (int row = 0; row < rows && list->currentIndex().data().toString() != text; ++row)
         QTest::keyClick(window, Qt::Key_Down);
-    }
     QTest::keyClick(window, Qt::Key_Return);
 }
 
@@ -214,9 +201,8 @@ void typeFrameRate(const QByteArray& digits)
     const QSpinBox* const box = numbersOnScreen().last();
     click(box, QPoint(10, box->height() / 2));
     QTest::keyClick(windowOf(box), Qt::Key_A, Qt::ControlModifier);
-    for (const char digit : digits) {
+    for (const char digit : digits)
         QTest::keyClick(windowOf(box), digit);
-    }
     QTest::keyClick(windowOf(box), Qt::Key_Tab);
 }
 
@@ -264,11 +250,10 @@ bool always()
 User::User(const QString& task, QObject* parent)
     : QObject(parent)
 {
-    if (task == "change") {
+    if (task == "change")
         planChange();
-    } else {
+    else
         planCheck();
-    }
     _waiting.start();
     lookLater();
 }
@@ -277,41 +262,52 @@ User::User(const QString& task, QObject* parent)
 
 void User::planChange()
 {
-    plan("waits for pictures",
-         [] { return isLive("Resolution: 640x480") && pictureSize().contains("640"); }, seeMainWindow);
+    plan(
+        "waits for pictures", [] { return isLive("Resolution: 640x480") && pictureSize().contains("640"); },
+        seeMainWindow);
     planMenu("Settings", "Camera");
     planCaptureMode();
-    plan("goes to the apps", always, [] { clickTab("Apps"); });
-    plan("selects Witness", [] { return showsTab("Apps"); }, [] { clickApp("Witness"); });
+    plan(
+        "goes to the apps", always, [] { clickTab("Apps"); });
+    plan(
+        "selects Witness", [] { return showsTab("Apps"); }, [] { clickApp("Witness"); });
     plan("presses Ok", always, clickOk);
-    plan("waits for the new mode", [] { return isLive("Resolution: 256x240"); }, seeMainWindow);
+    plan(
+        "waits for the new mode", [] { return isLive("Resolution: 256x240"); }, seeMainWindow);
     planMenu("File", "Exit");
 }
 
 void User::planCaptureMode()
 {
-    plan("drags the right edge", [] { return showsTab("Camera"); }, [] { dragRightEdge(40); });
-    plan("opens the list of binnings", always, [] {
-        see("editor " + editorText());
-        click(childOnScreen<QComboBox>(windowOnScreen<QDialog>()));
-    });
-    plan("chooses a binning",
-         [] { return isOnScreen(childOnScreen<QComboBox>(windowOnScreen<QDialog>())->view()); },
-         [] { chooseInOpenList("2x2"); });
-    plan("types a frame rate", [] { return QApplication::activePopupWidget() == nullptr; }, [] {
-        see("editor " + editorText());
-        typeFrameRate("24");
-        see("editor " + editorText());
-    });
+    plan(
+        "drags the right edge", [] { return showsTab("Camera"); }, [] { dragRightEdge(40); });
+    plan(
+        "opens the list of binnings", always,
+        [] {
+            see("editor " + editorText());
+            click(childOnScreen<QComboBox>(windowOnScreen<QDialog>()));
+        });
+    plan(
+        "chooses a binning", [] { return isOnScreen(childOnScreen<QComboBox>(windowOnScreen<QDialog>())->view()); },
+        [] { chooseInOpenList("2x2"); });
+    plan(
+        "types a frame rate", [] { return QApplication::activePopupWidget() == nullptr; },
+        [] {
+            see("editor " + editorText());
+            typeFrameRate("24");
+            see("editor " + editorText());
+        });
 }
 
 void User::planCheck()
 {
-    plan("waits for the mode of before", [] { return isLive("Resolution: 256x240"); }, seeMainWindow);
+    plan(
+        "waits for the mode of before", [] { return isLive("Resolution: 256x240"); }, seeMainWindow);
     planMenu("Settings", "Apps");
-    plan("double-clicks Stereo View", [] { return showsTab("Apps"); }, [] { doubleClickApp("Stereo View"); });
-    plan("waits for pictures", [] { return isLive("Resolution") && pictureSize().contains("256"); },
-         seeMainWindow);
+    plan(
+        "double-clicks Stereo View", [] { return showsTab("Apps"); }, [] { doubleClickApp("Stereo View"); });
+    plan(
+        "waits for pictures", [] { return isLive("Resolution") && pictureSize().contains("256"); }, seeMainWindow);
     planMenu("File", "Exit");
 }
 
@@ -325,8 +321,8 @@ void User::planMenu(const QString& menu, const QString& entry)
         const auto* const open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         click(open, open->actionGeometry(actionNamed(open->actions(), entry)).center());
     };
-    plan("chooses " + entry, [] { return isOnScreen(QApplication::activePopupWidget()); }, choose,
-         Acting::OpensDialog);
+    plan(
+        "chooses " + entry, [] { return isOnScreen(QApplication::activePopupWidget()); }, choose, Acting::OpensDialog);
 }
 
 void User::plan(const QString& name, std::function<bool()> ready, std::function<void()> act, Acting acting)
@@ -343,18 +339,15 @@ void User::lookLater()
 
 void User::look()
 {
-    if (_next == _steps.size()) {
+    if (_next == _steps.size())
         return;
-    }
     lookLater(); // first: a step that opens a dialog returns when that is closed
-    if (_acting) {
+    if (_acting)
         return; // every event that is sent lets others come, this look among them
-    }
     const Step& step = _steps.at(_next);
     if (!step.ready()) {
-        if (_waiting.elapsed() > patience) {
+        if (_waiting.elapsed() > patience)
             giveUp();
-        }
         return;
     }
     ++_next;

@@ -26,8 +26,7 @@ public:
     explicit User(const QString& task, QObject* parent = nullptr);
 
 private:
-    enum class Acting
-    {
+    enum class Acting {
         Returns,
         OpensDialog ///< and returns when that is closed
     };
@@ -53,6 +52,6 @@ private:
 
     QVector<Step> _steps;
     int _next = 0;
-    bool _acting = false; ///< a step that returns has not returned yet
+    bool _acting = false;   ///< a step that returns has not returned yet
     QElapsedTimer _waiting; ///< since the last step
 };

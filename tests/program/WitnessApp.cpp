@@ -24,9 +24,7 @@ public:
         StopProcessing(); // the worker ends before the members go that it uses
     }
 
-    void Close() override
-    {
-    }
+    void Close() override {}
 
     void Process(NodeData* item) override
     {

@@ -40,11 +40,9 @@ protected:
         ASSERT_EQ(sizes.size(), 2);
         width = sizes.at(0);
         height = sizes.at(1);
-        for (QSpinBox* spinBox : editor->findChildren<QSpinBox*>()) {
-            if (!box->isAncestorOf(spinBox)) {
+        for (QSpinBox* spinBox : editor->findChildren<QSpinBox*>())
+            if (!box->isAncestorOf(spinBox))
                 rate = spinBox;
-            }
-        }
         ASSERT_NE(rate, nullptr);
         slider = editor->findChild<QSlider*>();
         binning = editor->findChild<QComboBox*>();
@@ -98,9 +96,8 @@ TEST_F(ResolutionSettingsTest, BinningsStandInTheOrderOfTheirNames)
 {
     show(testModes().at(6));
     QStringList names;
-    for (int i = 0; i < binning->count(); ++i) {
+    for (int i = 0; i < binning->count(); ++i)
         names << binning->itemText(i);
-    }
     EXPECT_EQ(names.join(' '), QStringLiteral("1x1 1x2 1x4 2x1 2x2 2x4 4x1 4x2 4x4"));
     EXPECT_EQ(binning->currentText(), QStringLiteral("2x2"));
     EXPECT_EQ(picture->sensorBinning(), 5);
@@ -116,11 +113,9 @@ TEST_F(ResolutionSettingsTest, AreasStandFromTopToBottom)
     EXPECT_LT(top(picture), top(rate));
     EXPECT_LT(top(picture), top(slider));
     QStringList texts;
-    for (const QLabel* label : editor->findChildren<QLabel*>()) {
-        if (label->isVisible()) {
+    for (const QLabel* label : editor->findChildren<QLabel*>())
+        if (label->isVisible())
             texts << label->text();
-        }
-    }
     std::sort(texts.begin(), texts.end());
     EXPECT_EQ(texts.join(' '), QStringLiteral("Binning Framerate Height Width"));
 }
@@ -130,10 +125,9 @@ TEST_F(ResolutionSettingsTest, EveryPropertyHasABrowserOfItsOwnAndOneIsPadded)
     show(mode640x480());
     const auto browsers = editor->findChildren<QtGroupBoxPropertyBrowser*>();
     EXPECT_EQ(browsers.size(), 4);
-    EXPECT_EQ(
-        std::count_if(browsers.begin(), browsers.end(),
-                      [](const QWidget* browser) { return browser->styleSheet() == "padding-top:10px;"; }),
-        1);
+    EXPECT_EQ(std::count_if(browsers.begin(), browsers.end(),
+                            [](const QWidget* browser) { return browser->styleSheet() == "padding-top:10px;"; }),
+              1);
     const QLayout* row = rate->parentWidget()->parentWidget()->layout();
     EXPECT_EQ(row->contentsMargins(), QMargins(0, 0, 0, 0));
     EXPECT_EQ(row->spacing(), 0);

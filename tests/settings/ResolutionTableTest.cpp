@@ -66,8 +66,7 @@ TEST(ResolutionTableTest, LargestHasTheMostPixels)
 
 TEST(ResolutionTableTest, OfEqualAreasLargestIsTheOneEnumeratedFirst)
 {
-    const ResolutionTable table(
-        {mode(100, 100, 0), mode(640, 480, 0, 10), mode(480, 640, 0), mode(640, 480, 0, 20)});
+    const ResolutionTable table({mode(100, 100, 0), mode(640, 480, 0, 10), mode(480, 640, 0), mode(640, 480, 0, 20)});
     EXPECT_EQ(table.largest(0), mode(640, 480, 0, 10));
 }
 
@@ -75,8 +74,7 @@ TEST(ResolutionTableTest, NearestHasTheSmallestSquaredDistance)
 {
     const ResolutionTable table({mode(100, 100, 0), mode(130, 130, 0), mode(100, 145, 0)});
     // 30² + 30² = 1800 and 45² = 2025: the sum of the plain distances would choose the other one.
-    EXPECT_EQ(ResolutionTable({mode(130, 130, 0), mode(100, 145, 0)}).nearest(100, 100, 0),
-              mode(130, 130, 0));
+    EXPECT_EQ(ResolutionTable({mode(130, 130, 0), mode(100, 145, 0)}).nearest(100, 100, 0), mode(130, 130, 0));
     EXPECT_EQ(table.nearest(101, 99, 0), mode(100, 100, 0));
     EXPECT_EQ(table.nearest(-5000, -5000, 0), mode(100, 100, 0));
 }
@@ -173,9 +171,8 @@ TEST(ResolutionTableTest, SupportedTableIsAskedOfTheLibraryOnceFor32768Modes)
 {
     FakeVYR::reset();
     std::vector<VYRResolutionInfo> modes;
-    for (int width = 1; width <= 40000; ++width) {
+    for (int width = 1; width <= 40000; ++width)
         modes.push_back(mode(width, 480, 0));
-    }
     FakeVYR::setModes(modes);
 
     const ResolutionTable& table = ResolutionTable::supported();

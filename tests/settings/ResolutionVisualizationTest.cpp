@@ -21,10 +21,7 @@ namespace {
 class ResolutionVisualizationTest : public testing::Test
 {
 protected:
-    void TearDown() override
-    {
-        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    }
+    void TearDown() override { EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr); }
 
     // As large as the sensor, so that one pixel of the picture is one of the sensor.
     void show(const VYRResolutionInfo& mode)
@@ -39,25 +36,13 @@ protected:
                          [this](VYRResolutionInfo newMode) { committed.push_back(newMode); });
     }
 
-    QColor pixel(int x, int y) const
-    {
-        return picture->grab().toImage().pixelColor(x, y);
-    }
+    QColor pixel(int x, int y) const { return picture->grab().toImage().pixelColor(x, y); }
 
-    void press(QPoint position)
-    {
-        QTest::mousePress(picture.get(), Qt::LeftButton, Qt::NoModifier, position);
-    }
+    void press(QPoint position) { QTest::mousePress(picture.get(), Qt::LeftButton, Qt::NoModifier, position); }
 
-    void move(QPoint position)
-    {
-        moveMouse(picture.get(), position);
-    }
+    void move(QPoint position) { moveMouse(picture.get(), position); }
 
-    void release(QPoint position)
-    {
-        QTest::mouseRelease(picture.get(), Qt::LeftButton, Qt::NoModifier, position);
-    }
+    void release(QPoint position) { QTest::mouseRelease(picture.get(), Qt::LeftButton, Qt::NoModifier, position); }
 
     static int overrideShape()
     {
@@ -85,10 +70,8 @@ TEST_F(ResolutionVisualizationTest, ModeAsLargeAsTheSensorDarkensNothing)
 TEST_F(ResolutionVisualizationTest, EverythingOutsideTheCaptureWindowIsDarkened)
 {
     show({320, 240, 0, 30.0F, 1.0F, 60.0F}); // x 216 to 535, y 120 to 359
-    for (const QPoint outside :
-         {QPoint(50, 50), QPoint(370, 50), QPoint(370, 450), QPoint(50, 250), QPoint(700, 250)}) {
+    for (const QPoint outside : {QPoint(50, 50), QPoint(370, 50), QPoint(370, 450), QPoint(50, 250), QPoint(700, 250)})
         EXPECT_LT(pixel(outside.x(), outside.y()).red(), 20) << outside.x() << ' ' << outside.y();
-    }
     EXPECT_EQ(pixel(250, 250), QColor(96, 96, 96));
     // Alpha 0.82 of black leaves 0.18 of 96.
     EXPECT_NEAR(pixel(50, 50).red(), 17, 1);
@@ -103,9 +86,8 @@ TEST_F(ResolutionVisualizationTest, BorderIsHalfTransparentAndTheWindowDotted)
     int white = 0;
     int other = 0;
     const QImage image = picture->grab().toImage();
-    for (int y = 130; y < 350; ++y) {
+    for (int y = 130; y < 350; ++y)
         (image.pixelColor(216, y) == QColor(Qt::white) ? white : other) += 1;
-    }
     EXPECT_GT(white, 50);
     EXPECT_GT(other, 50);
     EXPECT_EQ(image.pixelColor(250, 250), QColor(96, 96, 96)); // the window is not filled

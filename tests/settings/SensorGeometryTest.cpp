@@ -79,9 +79,9 @@ TEST(SensorGeometryTest, ModeAsLargeAsTheBinnedSensorFillsTheWidget)
 
 TEST(SensorGeometryTest, BandsCoverEverythingOutsideTheWindowOnce)
 {
-    EXPECT_EQ(bandsOutside({100, 60}, QRect(30, 10, 40, 20)),
-              QVector<QRect>({QRect(0, 0, 100, 10), QRect(0, 30, 100, 30), QRect(0, 10, 30, 20),
-                              QRect(70, 10, 30, 20)}));
+    EXPECT_EQ(
+        bandsOutside({100, 60}, QRect(30, 10, 40, 20)),
+        QVector<QRect>({QRect(0, 0, 100, 10), QRect(0, 30, 100, 30), QRect(0, 10, 30, 20), QRect(70, 10, 30, 20)}));
     EXPECT_EQ(bandsOutside({100, 60}, QRect(30, 0, 40, 60)),
               QVector<QRect>({QRect(0, 0, 30, 60), QRect(70, 0, 30, 60)}));
     EXPECT_TRUE(bandsOutside({100, 60}, QRect(-50, -50, 200, 200)).isEmpty());
@@ -98,9 +98,8 @@ TEST(SensorGeometryTest, CellsBeginWhereTheAccumulatedSizeHasCome)
 
 TEST(SensorGeometryTest, CellsOfLessThanAPixelAreLeftOut)
 {
-    for (const float size : {0.99F, 1e-30F, 0.0F, -5.0F, NAN}) {
+    for (const float size : {0.99F, 1e-30F, 0.0F, -5.0F, NAN})
         EXPECT_TRUE(cellStarts(size, 100).isEmpty()) << size;
-    }
 }
 
 TEST(SensorGeometryTest, CellColoursFormABayerPattern)
@@ -160,10 +159,8 @@ TEST(SensorGeometryTest, DraggedWindowEndsAtTheWidget)
 {
     const QSize widget(400, 200);
     const QRect start(100, 50, 200, 100);
-    EXPECT_EQ(draggedWindow(start, DragMode::Both, {299, 149}, {100000, 100000}, widget),
-              QRect(0, 0, 400, 200));
-    EXPECT_EQ(draggedWindow(start, DragMode::Both, {100, 50}, {-100000, -100000}, widget),
-              QRect(0, 0, 400, 200));
+    EXPECT_EQ(draggedWindow(start, DragMode::Both, {299, 149}, {100000, 100000}, widget), QRect(0, 0, 400, 200));
+    EXPECT_EQ(draggedWindow(start, DragMode::Both, {100, 50}, {-100000, -100000}, widget), QRect(0, 0, 400, 200));
     const QRect crossed = draggedWindow(start, DragMode::Both, {299, 149}, {-100000, -100000}, widget);
     EXPECT_FALSE(crossed.isValid());
     EXPECT_EQ(crossed.left(), 399);

@@ -42,8 +42,8 @@ class Host final : public HostEnvironmentInterface
 {
 public:
     explicit Host(const VYRResolutionInfo& resolution)
-        : camera(resolution.binning, resolution.width, resolution.height, resolution.fps),
-          _resolution(resolution)
+        : camera(resolution.binning, resolution.width, resolution.height, resolution.fps)
+        , _resolution(resolution)
     {
     }
 
@@ -80,34 +80,21 @@ protected:
         AppSettings::instance() = AppSettings();
     }
 
-    ~SettingsDialogTest() override
-    {
-        settingsFolder().removeRecursively();
-    }
+    ~SettingsDialogTest() override { settingsFolder().removeRecursively(); }
 
-    void TearDown() override
-    {
-        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    }
+    void TearDown() override { EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr); }
 
-    static QDir settingsFolder()
-    {
-        return QDir(QCoreApplication::applicationDirPath() + QStringLiteral("/settings"));
-    }
+    static QDir settingsFolder() { return QDir(QCoreApplication::applicationDirPath() + QStringLiteral("/settings")); }
 
-    static bool fileWritten()
-    {
-        return QFile::exists(settingsFilePath());
-    }
+    static bool fileWritten() { return QFile::exists(settingsFilePath()); }
 
     void build(const QStringList& names, int current, bool camera)
     {
         FakeVYR::setOpens(camera);
         host = std::make_unique<Host>(mode640x480());
         QList<AppInfo> apps;
-        for (const QString& name : names) {
+        for (const QString& name : names)
             apps.append(app(name));
-        }
         dialog = std::make_unique<SettingsDialog>(host.get());
         dialog->setAppInfoList(apps);
         dialog->setCurrentAppIndex(current);
@@ -135,21 +122,14 @@ protected:
     QStringList tabs() const
     {
         QStringList titles;
-        for (int i = 0; i < dialog->tabWidget()->count(); ++i) {
+        for (int i = 0; i < dialog->tabWidget()->count(); ++i)
             titles << dialog->tabWidget()->tabText(i);
-        }
         return titles;
     }
 
-    QListWidget* appList() const
-    {
-        return dialog->findChild<QListWidget*>();
-    }
+    QListWidget* appList() const { return dialog->findChild<QListWidget*>(); }
 
-    QSpinBox* widthSpinBox() const
-    {
-        return dialog->findChild<QGroupBox*>()->findChild<QSpinBox*>();
-    }
+    QSpinBox* widthSpinBox() const { return dialog->findChild<QGroupBox*>()->findChild<QSpinBox*>(); }
 
     void clickApp(int index)
     {
@@ -260,8 +240,7 @@ TEST_F(SettingsDialogTest, AppsStandInARowWithTheCurrentOneSelected)
     const QListWidget* list = appList();
     ASSERT_EQ(list->count(), 2);
     EXPECT_EQ(list->item(0)->text(), QStringLiteral("First"));
-    EXPECT_EQ(list->item(0)->toolTip(),
-              QStringLiteral("Name: First\nVersion: 1.First\nDescription: About First"));
+    EXPECT_EQ(list->item(0)->toolTip(), QStringLiteral("Name: First\nVersion: 1.First\nDescription: About First"));
     EXPECT_FALSE(list->item(0)->icon().isNull());
     EXPECT_FALSE(list->item(0)->isSelected());
     EXPECT_TRUE(list->item(1)->isSelected());
@@ -286,16 +265,13 @@ TEST_F(SettingsDialogTest, LongAppNameHasRoomWhereverItStands)
         build(names, 0, false);
         show();
         const QListWidget* list = appList();
-        EXPECT_GE(list->visualItemRect(list->item(place)).width(),
-                  list->fontMetrics().horizontalAdvance(longName));
+        EXPECT_GE(list->visualItemRect(list->item(place)).width(), list->fontMetrics().horizontalAdvance(longName));
     }
 }
 
 TEST_F(SettingsDialogTest, DevicesTabShowsTheIdentityOfTheCamera)
 {
-    const auto text = [](const char* characters) {
-        return std::string(characters, std::strlen(characters) + 1);
-    };
+    const auto text = [](const char* characters) { return std::string(characters, std::strlen(characters) + 1); };
     FakeVYR::setText(VYRDeviceName, text("Stereo"));
     FakeVYR::setText(VYRSerialNumber, text("4711"));
     FakeVYR::setText(VYRFirmwareVersion, text("1.2"));
@@ -315,9 +291,8 @@ TEST_F(SettingsDialogTest, DevicesTabShowsTheIdentityOfTheCamera)
     EXPECT_EQ(device->flags(), Qt::ItemIsEnabled);
     EXPECT_TRUE(device->isExpanded());
     QStringList rows;
-    for (int i = 0; i < device->childCount(); ++i) {
+    for (int i = 0; i < device->childCount(); ++i)
         rows << device->child(i)->text(0) + '=' + device->child(i)->text(1);
-    }
     EXPECT_EQ(rows.join('|'), QStringLiteral("Device Name=Stereo|Serial Number=4711|Firmware Version=1.2|"
                                              "Firmware Build Time=Monday|Software Version=3.4"));
 }
@@ -469,11 +444,10 @@ TEST_F(SettingsDialogTest, CancelAndTheCloseButtonChangeNothing)
         QTest::keyClick(widthSpinBox(), Qt::Key_Up);
         dialog->setCurrentTab(0);
         clickApp(1);
-        if (cancel) {
+        if (cancel)
             click(QDialogButtonBox::Cancel);
-        } else {
+        else
             dialog->close();
-        }
         EXPECT_TRUE(order.isEmpty());
         EXPECT_FALSE(fileWritten());
         EXPECT_EQ(AppSettings::instance().width, 320);

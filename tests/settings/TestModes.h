@@ -14,24 +14,22 @@
 
 inline bool operator==(const VYRResolutionInfo& a, const VYRResolutionInfo& b)
 {
-    return a.width == b.width && a.height == b.height && a.binning == b.binning && !(a.fps < b.fps)
-           && !(a.fps > b.fps) && !(a.minFps < b.minFps) && !(a.minFps > b.minFps) && !(a.maxFps < b.maxFps)
-           && !(a.maxFps > b.maxFps);
+    return a.width == b.width && a.height == b.height && a.binning == b.binning && !(a.fps < b.fps) && !(a.fps > b.fps)
+        && !(a.minFps < b.minFps) && !(a.minFps > b.minFps) && !(a.maxFps < b.maxFps) && !(a.maxFps > b.maxFps);
 }
 
 inline std::ostream& operator<<(std::ostream& stream, const VYRResolutionInfo& mode)
 {
-    return stream << mode.width << 'x' << mode.height << " binning " << mode.binning << " at " << mode.fps
-                  << " [" << mode.minFps << ", " << mode.maxFps << ']';
+    return stream << mode.width << 'x' << mode.height << " binning " << mode.binning << " at " << mode.fps << " ["
+                  << mode.minFps << ", " << mode.maxFps << ']';
 }
 
 /// Binnings 1x1, 2x2 and 4x4; 360 rows only up to 640 columns.
 inline std::vector<VYRResolutionInfo> testModes()
 {
     return {
-        {752, 480, 0, 30.0F, 0.5F, 60.0F},  {640, 480, 0, 30.0F, 0.5F, 60.0F},
-        {640, 360, 0, 40.0F, 1.0F, 80.0F},  {320, 480, 0, 30.0F, 0.5F, 60.0F},
-        {320, 240, 0, 50.0F, 1.0F, 100.0F}, {376, 240, 5, 30.0F, 0.5F, 120.0F},
+        {752, 480, 0, 30.0F, 0.5F, 60.0F},  {640, 480, 0, 30.0F, 0.5F, 60.0F},  {640, 360, 0, 40.0F, 1.0F, 80.0F},
+        {320, 480, 0, 30.0F, 0.5F, 60.0F},  {320, 240, 0, 50.0F, 1.0F, 100.0F}, {376, 240, 5, 30.0F, 0.5F, 120.0F},
         {320, 240, 5, 30.0F, 0.5F, 120.0F}, {188, 120, 10, 20.0F, 1.0F, 25.0F},
     };
 }

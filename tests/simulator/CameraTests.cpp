@@ -33,21 +33,14 @@ public:
     {
     }
 
-    std::string deviceName() const override
-    {
-        return "Grey";
-    }
+    std::string deviceName() const override { return "Grey"; }
 
-    bool undistorts() const override
-    {
-        return false;
-    }
+    bool undistorts() const override { return false; }
 
     bool next(const simulator::PictureRequest& /*request*/, StereoPicture& picture) override
     {
-        if (_asked++ % _period != 0) {
+        if (_asked++ % _period != 0)
             throw std::runtime_error("no light");
-        }
         picture = {_grey.data(), _grey.data()};
         return true;
     }

@@ -27,8 +27,10 @@ TEST(FrameRing, SixtyFourFramesAreApartFromEachOther)
     for (std::size_t i = 0; i < slots.size(); ++i) {
         const FrameSlot& slot = slots[i];
         EXPECT_EQ(slot.record->frameCounter, i);
-        EXPECT_TRUE(std::all_of(slot.left, slot.left + sensorArea, [&](int pixel) { return pixel == static_cast<int>(2 * i); }));
-        EXPECT_TRUE(std::all_of(slot.right, slot.right + sensorArea, [&](int pixel) { return pixel == static_cast<int>(2 * i + 1); }));
+        EXPECT_TRUE(std::all_of(
+            slot.left, slot.left + sensorArea, [&](int pixel) { return pixel == static_cast<int>(2 * i); }));
+        EXPECT_TRUE(std::all_of(slot.right, slot.right + sensorArea,
+                                [&](int pixel) { return pixel == static_cast<int>(2 * i + 1); }));
     }
 }
 
@@ -36,9 +38,8 @@ TEST(FrameRing, TheSixtyFifthFrameReusesTheFirst)
 {
     FrameRing ring;
     const FrameSlot first = ring.next();
-    for (std::size_t i = 1; i < FrameRing::capacity; ++i) {
+    for (std::size_t i = 1; i < FrameRing::capacity; ++i)
         EXPECT_NE(ring.next().record, first.record);
-    }
     EXPECT_EQ(ring.next().record, first.record);
 }
 

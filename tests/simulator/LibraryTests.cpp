@@ -73,9 +73,8 @@ TEST(Library, ExportsItsOperationsAndNothingElse)
     ASSERT_NE(nm, nullptr);
     std::vector<std::string> names;
     char line[1024];
-    while (std::fgets(line, sizeof(line), nm) != nullptr) {
+    while (std::fgets(line, sizeof(line), nm) != nullptr)
         names.emplace_back(line, std::strcspn(line, " "));
-    }
     EXPECT_EQ(pclose(nm), 0);
     EXPECT_THAT(names, testing::UnorderedElementsAre("CloseVYR", "EnumerateResolutions", "GetLibVersion", "OpenVYR",
                                                      "StartVYR", "StopVYR", "VYRFrameLayout", "__VYRParamGet__",
@@ -185,12 +184,10 @@ TEST(Library, EveryControlCanBeSet)
 TEST(Library, UnknownParametersAreRefused)
 {
     const OpenedCamera camera;
-    for (const int id : {-1, 0, 1, 6, 8, 14, 15, 16, 17, 20, 21, 1000}) {
+    for (const int id : {-1, 0, 1, 6, 8, 14, 15, 16, 17, 20, 21, 1000})
         EXPECT_EQ(__VYRParamGet__(camera.handle, id, nullptr, nullptr), VYRUnknownParameter) << id;
-    }
-    for (const int id : {-1, 0, 1, 2, 5, 7, 14, 15, 16, 18, 19, 21, 1000}) {
+    for (const int id : {-1, 0, 1, 2, 5, 7, 14, 15, 16, 18, 19, 21, 1000})
         EXPECT_EQ(__VYRParamSet__(camera.handle, id, 0, 0), VYRUnknownParameter) << id;
-    }
 }
 
 TEST(Library, NullPointersAreRefused)
@@ -199,9 +196,8 @@ TEST(Library, NullPointersAreRefused)
     int width = 0;
     char* const nothing = nullptr;
     int* const nowhere = nullptr;
-    for (const int id : {2, 3, 4, 5, 18, 19}) {
+    for (const int id : {2, 3, 4, 5, 18, 19})
         EXPECT_EQ(__VYRParamGet__(camera.handle, id, nothing), VYRValueRefused) << id;
-    }
     EXPECT_EQ(__VYRParamGet__(camera.handle, VYRFrameSize, &width, nowhere), VYRValueRefused);
     EXPECT_EQ(__VYRParamGet__(camera.handle, VYRFrameSize, nowhere, &width), VYRValueRefused);
     EXPECT_FALSE(OpenVYR(nullptr));
@@ -313,9 +309,8 @@ TEST(Library, FramesComeAtTheRateAskedFor)
         EXPECT_GE(times[i] - start, static_cast<std::int64_t>(frames[i].frameCounter) * 5000000) << "never early";
     }
     EXPECT_EQ(frames[0].frameCounter, 0U);
-    for (std::size_t i = 1; i < frames.size(); ++i) {
+    for (std::size_t i = 1; i < frames.size(); ++i)
         EXPECT_GT(frames[i].frameCounter, frames[i - 1].frameCounter);
-    }
 }
 
 TEST(Library, HighModesReachTwoHundredAndFifty)
@@ -371,9 +366,8 @@ TEST(Library, SixtyThreeLaterFramesLeaveAFrameAsItWas)
     ASSERT_TRUE(receiver.waitFor(150));
     StopVYR(camera.handle);
     EXPECT_TRUE(allSame);
-    for (std::size_t i = pictures.size() - 64; i < pictures.size(); ++i) {
+    for (std::size_t i = pictures.size() - 64; i < pictures.size(); ++i)
         EXPECT_TRUE(std::equal(copies[i].begin(), copies[i].end(), pictures[i])) << "readable until the camera closes";
-    }
 }
 
 TEST(Library, EveryTenthFrameCarriesSensorData)
@@ -444,9 +438,8 @@ TEST(Library, AfterStopNoCallbackRuns)
         });
         ASSERT_TRUE(camera.start(receiver));
         const std::int64_t limit = now() + 10000000000;
-        while (!isRunning && now() < limit) {
+        while (!isRunning && now() < limit)
             std::this_thread::yield();
-        }
         ASSERT_TRUE(isRunning) << "stopped in the middle of a callback";
         EXPECT_TRUE(StopVYR(camera.handle));
         EXPECT_FALSE(isRunning);

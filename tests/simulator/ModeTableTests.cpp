@@ -28,18 +28,16 @@ std::vector<VYRResolutionInfo> allModes(int binning = -1)
 std::set<int> widths(int binning)
 {
     std::set<int> result;
-    for (const VYRResolutionInfo& mode : allModes(binning)) {
+    for (const VYRResolutionInfo& mode : allModes(binning))
         result.insert(mode.width);
-    }
     return result;
 }
 
 std::set<int> heights(int binning)
 {
     std::set<int> result;
-    for (const VYRResolutionInfo& mode : allModes(binning)) {
+    for (const VYRResolutionInfo& mode : allModes(binning))
         result.insert(mode.height);
-    }
     return result;
 }
 
@@ -48,9 +46,8 @@ std::set<int> heights(int binning)
 TEST(ModeTable, HasAllNineBinningsAndNoOther)
 {
     std::set<int> codes;
-    for (const VYRResolutionInfo& mode : allModes()) {
+    for (const VYRResolutionInfo& mode : allModes())
         codes.insert(mode.binning);
-    }
     EXPECT_THAT(codes, testing::ElementsAre(0, 1, 2, 4, 5, 6, 8, 9, 10));
     EXPECT_TRUE(allModes(3).empty());
     EXPECT_TRUE(allModes(7).empty());
@@ -66,9 +63,8 @@ TEST(ModeTable, FitsIntoTheListThatHostsReserve)
 TEST(ModeTable, WidthsAreMultiplesOf16FromAQuarterAndTheWhole)
 {
     std::set<int> unbinned;
-    for (int width = 192; width <= 752; width += 16) {
+    for (int width = 192; width <= 752; width += 16)
         unbinned.insert(width);
-    }
     EXPECT_EQ(widths(0), unbinned);
     EXPECT_THAT(widths(1), testing::ElementsAre(96, 112, 128, 144, 160, 176, 192, 208, 224, 240, 256, 272, 288, 304,
                                                 320, 336, 352, 368, 376));
@@ -78,9 +74,8 @@ TEST(ModeTable, WidthsAreMultiplesOf16FromAQuarterAndTheWhole)
 TEST(ModeTable, HeightsAreMultiplesOf8FromAQuarterAndTheWhole)
 {
     std::set<int> unbinned;
-    for (int height = 120; height <= 480; height += 8) {
+    for (int height = 120; height <= 480; height += 8)
         unbinned.insert(height);
-    }
     EXPECT_EQ(heights(0), unbinned);
     EXPECT_EQ(*heights(4).begin(), 64);
     EXPECT_EQ(*heights(4).rbegin(), 240);
@@ -108,9 +103,8 @@ TEST(ModeTable, FrameRateBoundsFollowTheRowsRead)
     EXPECT_FLOAT_EQ(maximumFps(480), 60.0F);
     EXPECT_FLOAT_EQ(maximumFps(240), 125.0F);
     EXPECT_FLOAT_EQ(maximumFps(120), 250.0F);
-    for (int rows = 128; rows <= 480; rows += 8) {
+    for (int rows = 128; rows <= 480; rows += 8)
         EXPECT_LT(maximumFps(rows), maximumFps(rows - 8));
-    }
     for (const VYRResolutionInfo& mode : allModes()) {
         EXPECT_FLOAT_EQ(mode.minFps, 0.5F);
         EXPECT_FLOAT_EQ(mode.maxFps, maximumFps(mode.height * verticalBinning(mode.binning)));
@@ -121,9 +115,8 @@ TEST(ModeTable, FrameRateBoundsFollowTheRowsRead)
 
 TEST(ModeTable, AnyFrameRateGivesThirty)
 {
-    for (const VYRResolutionInfo& mode : allModes()) {
+    for (const VYRResolutionInfo& mode : allModes())
         EXPECT_FLOAT_EQ(mode.fps, 30.0F);
-    }
 }
 
 TEST(ModeTable, AFrameRateWithinTheBoundsIsTakenOver)
@@ -141,10 +134,9 @@ TEST(ModeTable, AFrameRateOutsideTheBoundsMatchesNothing)
 {
     VYRResolutionInfo mode = {};
     mode.width = 77;
-    for (const float fps : {0.0F, 0.49F, 60.1F, -2.0F, std::numeric_limits<float>::quiet_NaN(),
-                            std::numeric_limits<float>::infinity()}) {
+    for (const float fps :
+         {0.0F, 0.49F, 60.1F, -2.0F, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()})
         EXPECT_EQ(enumerateModes(&mode, 1, 752, 480, 0, fps), 0) << fps;
-    }
     EXPECT_EQ(mode.width, 77) << "the record stays unwritten";
 }
 

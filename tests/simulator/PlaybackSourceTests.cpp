@@ -34,17 +34,13 @@ public:
 
     RecordedPair read() override
     {
-        if (_reads++ % _period != 0) {
+        if (_reads++ % _period != 0)
             throw std::runtime_error("broken");
-        }
         const cv::Mat picture(480, 752, CV_8UC1, cv::Scalar(100));
         return {picture, picture};
     }
 
-    bool isExhausted() const override
-    {
-        return false;
-    }
+    bool isExhausted() const override { return false; }
 
 private:
     int _period;
@@ -56,9 +52,8 @@ bool waitFor(Condition condition)
 {
     const auto end = std::chrono::steady_clock::now() + limit;
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
+        if (std::chrono::steady_clock::now() > end)
             return false;
-        }
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return true;
@@ -96,9 +91,8 @@ TEST(PlaybackSource, FailuresWithGoodPairsBetweenThemDoNotEndARecording)
     std::atomic<int> reads = 0;
     testing::internal::CaptureStderr();
     auto source = play(60, reads);
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 10; ++i)
         EXPECT_TRUE(waitFor([&] { return next(*source); })) << i;
-    }
     source.reset();
     EXPECT_EQ(testing::internal::GetCapturedStderr().find("the recording ends"), std::string::npos);
 }

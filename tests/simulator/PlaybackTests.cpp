@@ -48,20 +48,11 @@ protected:
         _folder = name;
     }
 
-    void TearDown() override
-    {
-        fs::remove_all(_folder);
-    }
+    void TearDown() override { fs::remove_all(_folder); }
 
-    fs::path folder() const
-    {
-        return _folder;
-    }
+    fs::path folder() const { return _folder; }
 
-    std::string source() const
-    {
-        return "playback:" + _folder.string();
-    }
+    std::string source() const { return "playback:" + _folder.string(); }
 
     void makeFolders() const
     {
@@ -84,10 +75,7 @@ protected:
         ASSERT_TRUE(cv::imwrite((_folder / "right" / name).string(), right));
     }
 
-    static void writeText(const fs::path& file, const std::string& text)
-    {
-        std::ofstream(file) << text;
-    }
+    static void writeText(const fs::path& file, const std::string& text) { std::ofstream(file) << text; }
 
     /// Opens a source that cannot be read, and returns what was told about it.
     static std::string refusal(const std::string& source)
@@ -127,7 +115,8 @@ cv::Mat testPicture(int phase, cv::Size size = {752, 480})
     cv::Mat picture(size, CV_8UC1);
     for (int y = 0; y < size.height; ++y) {
         for (int x = 0; x < size.width; ++x) {
-            picture.at<std::uint8_t>(y, x) = static_cast<std::uint8_t>((x / 3 + y / 5 + x * y / 997 + phase) % 140 + 40);
+            picture.at<std::uint8_t>(y, x) =
+                static_cast<std::uint8_t>((x / 3 + y / 5 + x * y / 997 + phase) % 140 + 40);
         }
     }
     return picture;
@@ -161,8 +150,7 @@ TEST_F(Playback, LeftWithoutRightIsNamed)
 
 TEST_F(Playback, NoEquallyNamedPicturesIsNamed)
 {
-    const std::string reason =
-        folder().string() + ": left and right hold no equally named pictures (PNG, JPEG or PGM)";
+    const std::string reason = folder().string() + ": left and right hold no equally named pictures (PNG, JPEG or PGM)";
     makeFolders();
     EXPECT_EQ(refusal(source()), told(source(), reason));
     writeText(folder() / "left" / "1.png", "");
@@ -247,8 +235,8 @@ TEST_F(Playback, AVideoIsCutIntoLeftAndRightHalf)
 
 TEST_F(Playback, OtherSizesAreScaledWholeWithBlackAround)
 {
-    writePair("1.png", 100, 100, {640, 480});   // narrower: black at the sides
-    writePair("2.png", 100, 100, {1504, 480});  // flatter: halved, black above and below
+    writePair("1.png", 100, 100, {640, 480});  // narrower: black at the sides
+    writePair("2.png", 100, 100, {1504, 480}); // flatter: halved, black above and below
     OpenedCamera camera(source().c_str());
     ASSERT_TRUE(camera.isOpen());
     const std::vector<Seen> seen = see(camera, 2);
@@ -279,9 +267,8 @@ TEST_F(Playback, ALaterUndecodablePictureIsToldOnceAndLeftOut)
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "libVYR: " + folder().string()
                   + "/left/2.png: cannot be decoded as a picture; the recording goes on without it\n");
-    for (std::size_t i = 0; i < 5; ++i) {
+    for (std::size_t i = 0; i < 5; ++i)
         EXPECT_EQ(seen[i].left[0], i % 2 == 0 ? 10 : 30);
-    }
 }
 
 TEST_F(Playback, TheDeviceIsNamedAfterTheRecording)
@@ -374,9 +361,8 @@ TEST_F(Playback, FootageSlowToDecodeMissesFramesAndLosesNone)
     ASSERT_TRUE(receiver.waitFor(20));
     StopVYR(camera.handle);
     EXPECT_GT(receiver.frames()[19].frameCounter, 19U);
-    for (std::size_t i = 6; i < 12; ++i) { // brighter than what the pictures have in common
+    for (std::size_t i = 6; i < 12; ++i) // brighter than what the pictures have in common
         EXPECT_EQ(order[i], static_cast<int>(i));
-    }
 }
 
 TEST_F(Playback, FootageStreamsInEveryBinning)
@@ -397,9 +383,8 @@ TEST_F(Playback, FootageStreamsInEveryBinning)
 
 TEST_F(Playback, RealFootagePlaysAndIsRectifiedByItsCalibration)
 {
-    if (!fs::exists(walk())) {
+    if (!fs::exists(walk()))
         GTEST_SKIP() << "no footage at " << walk();
-    }
     OpenedCamera camera(("playback:" + walk().string()).c_str());
     ASSERT_TRUE(camera.isOpen());
     ASSERT_TRUE(camera.setMode(752, 480, 0, 30.0F));
@@ -421,9 +406,8 @@ TEST_F(Playback, RealFootagePlaysAndIsRectifiedByItsCalibration)
     for (const cv::Point2f& corner : corners) {
         const cv::Rect patch(static_cast<int>(corner.x) - 9, static_cast<int>(corner.y) - 9, 19, 19);
         const cv::Rect strip(patch.x - 80, patch.y - 6, patch.width + 84, patch.height + 12);
-        if ((strip & cv::Rect(0, 0, 752, 480)) != strip) {
+        if ((strip & cv::Rect(0, 0, 752, 480)) != strip)
             continue;
-        }
         cv::Mat scores;
         cv::matchTemplate(right(strip), left(patch), scores, cv::TM_CCOEFF_NORMED);
         double best = 0.0;
@@ -440,9 +424,8 @@ TEST_F(Playback, RealFootagePlaysAndIsRectifiedByItsCalibration)
 
 TEST_F(Playback, RealFootageStartsAgainAfterItsLastPair)
 {
-    if (!fs::exists(walk())) {
+    if (!fs::exists(walk()))
         GTEST_SKIP() << "no footage at " << walk();
-    }
     OpenedCamera camera(("playback:" + walk().string()).c_str());
     ASSERT_TRUE(camera.isOpen());
     ASSERT_TRUE(camera.setMode(376, 240, 5, 60.0F));

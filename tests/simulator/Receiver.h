@@ -32,15 +32,9 @@ public:
     Receiver& operator=(const Receiver&) = delete;
 
     /// Stops the camera that streams to it, if it is still there.
-    ~Receiver()
-    {
-        StopVYR(_camera);
-    }
+    ~Receiver() { StopVYR(_camera); }
 
-    void setCamera(void* camera)
-    {
-        _camera = camera;
-    }
+    void setCamera(void* camera) { _camera = camera; }
 
     static void callback(const VYRFrameRecord* record, void* userData)
     {
@@ -70,9 +64,8 @@ public:
 private:
     void receive(const VYRFrame1* frame)
     {
-        if (_look) {
+        if (_look)
             _look(*frame);
-        }
         const std::lock_guard<std::mutex> lock(_mutex);
         _frames.push_back(*frame);
         _came.notify_all();
@@ -91,11 +84,10 @@ class OpenedCamera
 public:
     explicit OpenedCamera(const char* source = nullptr)
     {
-        if (source != nullptr) {
+        if (source != nullptr)
             setenv("VYR_SOURCE", source, 1);
-        } else {
+        else
             unsetenv("VYR_SOURCE");
-        }
         _isOpen = OpenVYR(&handle);
     }
 
@@ -108,10 +100,7 @@ public:
         unsetenv("VYR_SOURCE");
     }
 
-    bool isOpen() const
-    {
-        return _isOpen;
-    }
+    bool isOpen() const { return _isOpen; }
 
     /// Sets a mode that must exist.
     bool setMode(int width, int height, int binning, float fps)
@@ -147,18 +136,16 @@ inline std::vector<std::uint8_t> pixelsOf(const VYRFrame1& frame, const VYRPictu
 inline double meanOf(const std::vector<std::uint8_t>& pixels)
 {
     double sum = 0.0;
-    for (const std::uint8_t pixel : pixels) {
+    for (const std::uint8_t pixel : pixels)
         sum += pixel;
-    }
     return sum / static_cast<double>(pixels.size());
 }
 
 inline double meanDifference(const std::vector<std::uint8_t>& a, const std::vector<std::uint8_t>& b)
 {
     double sum = 0.0;
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (std::size_t i = 0; i < a.size(); ++i)
         sum += std::abs(a[i] - b[i]);
-    }
     return sum / static_cast<double>(a.size());
 }
 

@@ -52,13 +52,11 @@ protected:
                 const auto px = static_cast<float>(x + dx);
                 const auto py = static_cast<float>(y + dy);
                 const float here = _source.scene().trueDisparity(seconds, px, py);
-                if (std::abs(here - disparity) > 0.7F) {
+                if (std::abs(here - disparity) > 0.7F)
                     return false;
-                }
                 const float rightDepth = _source.scene().meet(Scene::sight(1, px - here, py), seconds).depth;
-                if (std::abs(focalLength * baseline / rightDepth - here) > 0.3F) {
+                if (std::abs(focalLength * baseline / rightDepth - here) > 0.3F)
                     return false;
-                }
             }
         }
         return true;
@@ -86,17 +84,17 @@ TEST_F(SceneTest, TrueDisparityAgreesWithThePictures)
         int right = 0;
         for (int y = 12; y < sensorHeight - 12; y += 9) {
             for (int x = 80; x < sensorWidth - 12; x += 9) {
-                const float truth = _source.scene().trueDisparity(seconds, static_cast<float>(x), static_cast<float>(y));
-                if (!isMatchable(seconds, x, y, truth)) {
+                const float truth =
+                    _source.scene().trueDisparity(seconds, static_cast<float>(x), static_cast<float>(y));
+                if (!isMatchable(seconds, x, y, truth))
                     continue;
-                }
                 ++matchable;
                 int best = 0;
-                for (int d = 1; d <= 64; ++d) { // the whole range: nothing is known beforehand
+                for (int d = 1; d <= 64; ++d) // the whole range: nothing is known beforehand
                     best = difference(x, x - d, y, y) < difference(x, x - best, y, y) ? d : best;
-                }
-                const double fine = best + lowestPoint(difference(x, x - best + 1, y, y), difference(x, x - best, y, y),
-                                                       difference(x, x - best - 1, y, y));
+                const double fine = best
+                                  + lowestPoint(difference(x, x - best + 1, y, y), difference(x, x - best, y, y),
+                                                difference(x, x - best - 1, y, y));
                 right += std::abs(fine - static_cast<double>(truth)) < 0.75 ? 1 : 0;
             }
         }
@@ -112,17 +110,18 @@ TEST_F(SceneTest, RowsMatchWithinHalfAPixel)
         std::vector<double> offsets;
         for (int y = 12; y < sensorHeight - 12; y += 11) {
             for (int x = 80; x < sensorWidth - 12; x += 11) {
-                const float truth = _source.scene().trueDisparity(seconds, static_cast<float>(x), static_cast<float>(y));
-                if (!isMatchable(seconds, x, y, truth)) {
+                const float truth =
+                    _source.scene().trueDisparity(seconds, static_cast<float>(x), static_cast<float>(y));
+                if (!isMatchable(seconds, x, y, truth))
                     continue;
-                }
                 const int rightX = x - static_cast<int>(std::lround(truth));
                 offsets.push_back(lowestPoint(difference(x, rightX, y, y - 1), difference(x, rightX, y, y),
                                               difference(x, rightX, y, y + 1)));
             }
         }
         ASSERT_GT(offsets.size(), 1000U);
-        const auto off = std::count_if(offsets.begin(), offsets.end(), [](double offset) { return std::abs(offset) > 0.5; });
+        const auto off =
+            std::count_if(offsets.begin(), offsets.end(), [](double offset) { return std::abs(offset) > 0.5; });
         EXPECT_LT(off, static_cast<std::ptrdiff_t>(offsets.size() / 50)) << seconds;
     }
 }
@@ -141,9 +140,8 @@ TEST_F(SceneTest, WhatIsDrawnIsWhatTheLinesOfSightMeet)
                     const SurfacePoint point =
                         _source.scene().meet(Scene::sight(eye, static_cast<float>(x), static_cast<float>(y)), seconds);
                     // Shadows are drawn only; they fall on the floor.
-                    if (point.texture == _source.scene().room().floorTexture) {
+                    if (point.texture == _source.scene().room().floorTexture)
                         continue;
-                    }
                     const int drawn = picture[static_cast<std::size_t>(y * sensorWidth + x)];
                     const double difference = std::abs(static_cast<double>(Scene::grey(point)) - drawn);
                     sum += difference;
@@ -163,7 +161,8 @@ TEST_F(SceneTest, ThingsMoveAndStandAtSeveralDepths)
     std::vector<int> seen(64);
     for (int y = 0; y < sensorHeight; y += 4) {
         for (int x = 0; x < sensorWidth; x += 4) {
-            const auto disparity = static_cast<std::size_t>(scene.trueDisparity(0.0, static_cast<float>(x), static_cast<float>(y)));
+            const auto disparity =
+                static_cast<std::size_t>(scene.trueDisparity(0.0, static_cast<float>(x), static_cast<float>(y)));
             ASSERT_LT(disparity, seen.size());
             ++seen[disparity];
         }
@@ -186,12 +185,10 @@ TEST_F(SceneTest, MovingThingsStayApart)
     for (double seconds = 0.0; seconds < 2000.0; seconds += 0.21) {
         const MovingThings things = _source.scene().movingThings(seconds);
         std::vector<std::pair<Vector3, float>> spheres;
-        for (const Box& box : things.boxes) {
+        for (const Box& box : things.boxes)
             spheres.emplace_back(box.centre, 1.42F * box.half.x);
-        }
-        for (const Ball& ball : things.balls) {
+        for (const Ball& ball : things.balls)
             spheres.emplace_back(ball.centre, ball.radius);
-        }
         for (std::size_t i = 0; i < spheres.size(); ++i) {
             for (std::size_t j = 0; j < i; ++j) {
                 const Vector3 gap = spheres[i].first - spheres[j].first;
@@ -225,9 +222,8 @@ TEST_F(SceneTest, ThePictureIsWellExposed)
 {
     look(0.0);
     double sum = 0.0;
-    for (const std::uint8_t pixel : _left) {
+    for (const std::uint8_t pixel : _left)
         sum += pixel;
-    }
     EXPECT_NEAR(sum / sensorArea, 120.0, 30.0);
     EXPECT_GT(*std::min_element(_left.begin(), _left.end()), 0);
     EXPECT_LT(*std::max_element(_left.begin(), _left.end()), 255);
@@ -257,7 +253,6 @@ TEST_F(SceneTest, OnlyTheRowsAskedForAreNeeded)
     SyntheticSource other;
     StereoPicture picture;
     ASSERT_TRUE(other.next({7.0, 200, 80, false}, picture));
-    for (int i = 200 * sensorWidth; i < 280 * sensorWidth; ++i) {
+    for (int i = 200 * sensorWidth; i < 280 * sensorWidth; ++i)
         ASSERT_NEAR(picture.left[i], whole[static_cast<std::size_t>(i)], 8) << "but for the noise";
-    }
 }

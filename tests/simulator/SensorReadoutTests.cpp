@@ -24,11 +24,9 @@ using Picture = std::vector<std::uint8_t>;
 Picture sensorPattern()
 {
     Picture sensor;
-    for (int y = 0; y < sensorHeight; ++y) {
-        for (int x = 0; x < sensorWidth; ++x) {
+    for (int y = 0; y < sensorHeight; ++y)
+        for (int x = 0; x < sensorWidth; ++x)
             sensor.push_back(static_cast<std::uint8_t>((x * 7 + y * 13 + x * y / 50) % 200 + 20));
-        }
-    }
     return sensor;
 }
 
@@ -43,11 +41,9 @@ Picture read(const Picture& sensor, int width, int height, int binning, const Co
 double meanAround(const Picture& picture, int stride, int x, int y)
 {
     double sum = 0.0;
-    for (int dy = -8; dy < 8; ++dy) {
-        for (int dx = -8; dx < 8; ++dx) {
+    for (int dy = -8; dy < 8; ++dy)
+        for (int dx = -8; dx < 8; ++dx)
             sum += picture[static_cast<std::size_t>((y + dy) * stride + x + dx)];
-        }
-    }
     return sum / 256.0;
 }
 
@@ -83,11 +79,9 @@ TEST(SensorReadout, BinningIsTheMeanOfEachBlock)
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
                 int sum = 0;
-                for (int dy = 0; dy < rows; ++dy) {
-                    for (int dx = 0; dx < columns; ++dx) {
+                for (int dy = 0; dy < rows; ++dy)
+                    for (int dx = 0; dx < columns; ++dx)
                         sum += sensor[static_cast<std::size_t>((y * rows + dy) * sensorWidth + x * columns + dx)];
-                    }
-                }
                 const int pixels = columns * rows;
                 ASSERT_EQ(picture[static_cast<std::size_t>(y * bytesPerRow(width) + x)], (sum + pixels / 2) / pixels)
                     << code << ": " << x << ", " << y;
@@ -100,11 +94,9 @@ TEST(SensorReadout, NothingIsWrittenBetweenTheRows)
 {
     const Picture picture = read(sensorPattern(), 188, 120, 10);
     ASSERT_EQ(bytesPerRow(188), 192);
-    for (int y = 0; y < 120; ++y) {
-        for (int x = 188; x < 192; ++x) {
+    for (int y = 0; y < 120; ++y)
+        for (int x = 188; x < 192; ++x)
             EXPECT_EQ(picture[static_cast<std::size_t>(y * 192 + x)], 0xEE);
-        }
-    }
 }
 
 TEST(SensorReadout, FlipsMirrorThePicture)
@@ -149,9 +141,8 @@ TEST(SensorReadout, TooMuchLightIsWhite)
     controls.led = 100.0;
     const Picture picture = read(sensor, 752, 480, 0, controls);
     const std::size_t middle = 240U * sensorWidth + 376U;
-    for (std::size_t x = 0; x < 100; ++x) {
+    for (std::size_t x = 0; x < 100; ++x)
         EXPECT_EQ(picture[middle + x], 255) << "none may wrap round to dark";
-    }
     EXPECT_GE(*std::min_element(picture.begin(), picture.end()), 160) << "20 grey values times 8";
 }
 
@@ -197,11 +188,9 @@ TEST(Controls, NumbersAreKeptInTheirRange)
 TEST(LensCorrection, TheMiddleStaysAndTheCornersAreStretched)
 {
     Picture sensor;
-    for (int y = 0; y < sensorHeight; ++y) {
-        for (int x = 0; x < sensorWidth; ++x) {
+    for (int y = 0; y < sensorHeight; ++y)
+        for (int x = 0; x < sensorWidth; ++x)
             sensor.push_back(static_cast<std::uint8_t>(x / 4));
-        }
-    }
     LensCorrection correction;
     const std::uint8_t* const corrected = correction.correctLeft(sensor.data(), 0, sensorHeight);
     EXPECT_EQ(corrected[240 * sensorWidth + 376], 94);
@@ -234,9 +223,8 @@ TEST(InertialUnit, RestsOnItsDesk)
     EXPECT_NEAR(record.acceleration[0], 0.0F, 0.02F);
     EXPECT_NEAR(record.acceleration[1], -1.0F, 0.02F);
     EXPECT_NEAR(record.acceleration[2], 0.0F, 0.02F);
-    for (const float rotation : record.rotation) {
+    for (const float rotation : record.rotation)
         EXPECT_NEAR(rotation, 0.0F, 0.2F);
-    }
 }
 
 TEST(InertialUnit, AWiderRangeIsCoarser)

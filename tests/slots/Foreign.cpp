@@ -76,7 +76,8 @@ Log callEverySlot(Host* host, int statusIndex)
     std::ostringstream mode;
     mode << resolution.width << ' ' << resolution.height << ' ' << resolution.binning << ' ' << resolution.fps << ' '
          << resolution.minFps << ' ' << resolution.maxFps;
-    return {asText(host->slot0()), asText(host->slot1()), asText(host->slot2()), asText(host->slot3(statusIndex)),
+    return {asText(host->slot0()), asText(host->slot1()),
+            asText(host->slot2()), asText(host->slot3(statusIndex)),
             asText(host->slot4()), mode.str()};
 }
 

@@ -124,10 +124,10 @@ public:
     virtual QString slot3() = 0;        // version
     virtual QString slot4() = 0;        // description
     virtual QIcon slot5() = 0;
-    virtual void slot6() = 0; // never called by the host
-    virtual void slot7() = 0; // start
-    virtual void slot8() = 0; // stop
-    virtual bool slot9() = 0; // update pending
+    virtual void slot6() = 0;  // never called by the host
+    virtual void slot7() = 0;  // start
+    virtual void slot8() = 0;  // stop
+    virtual bool slot9() = 0;  // update pending
     virtual void slot10() = 0; // update
     virtual bool slot11(QEvent* event) = 0;
     virtual QWidget* slot12(QWidget* parent) = 0;

@@ -90,8 +90,8 @@ TEST(Slots, AppOperationsAreCalledInTheirOrder)
     EXPECT_THAT(log, ElementsAre("initialize " + asText(&places[0]), "requiresCamera", "name", "version", "description",
                                  "icon", "reserved", "start", "stop", "updatePending", "update",
                                  "handleKeyEvent " + asText(&places[1]), "createSettingsWidget " + asText(&places[2])));
-    EXPECT_THAT(answers, ElementsAre("true", "Name", "Version", "Description", "no icon", "true", "false",
-                                     asText(&places[2])));
+    EXPECT_THAT(answers,
+                ElementsAre("true", "Name", "Version", "Description", "no icon", "true", "false", asText(&places[2])));
 }
 
 TEST(Slots, HostFindsTheOperationsOfAForeignApp)
@@ -111,9 +111,9 @@ TEST(Slots, HostFindsTheOperationsOfAForeignApp)
     app->update();
     EXPECT_TRUE(app->handleKeyEvent(place<QEvent>(1)));
     EXPECT_EQ(app->createSettingsWidget(place<QWidget>(2)), place<QWidget>(2));
-    EXPECT_THAT(log, ElementsAre("slot0" + asText(&places[0]), "slot1", "slot2", "slot3", "slot4", "slot5", "slot7",
-                                 "slot8", "slot9", "slot10", "slot11" + asText(&places[1]),
-                                 "slot12" + asText(&places[2])))
+    EXPECT_THAT(log,
+                ElementsAre("slot0" + asText(&places[0]), "slot1", "slot2", "slot3", "slot4", "slot5", "slot7", "slot8",
+                            "slot9", "slot10", "slot11" + asText(&places[1]), "slot12" + asText(&places[2])))
         << "slot 6 is nobody's to call";
     Foreign::deleteLoggingApp(foreign);
 }
@@ -176,8 +176,8 @@ TEST(Slots, NodeOperationsAreCalledInTheirOrder)
     LoggingWorker worker;
     Foreign::callEverySlot(seenAs<Foreign::Node>(static_cast<ImageProcessingNode*>(&worker)), place<Foreign::Node>(0),
                            place<Foreign::Item>(1));
-    EXPECT_THAT(worker.log, ElementsAre("input " + asText(&places[0]), "start", "stop", "close",
-                                        "process " + asText(&places[1])));
+    EXPECT_THAT(worker.log,
+                ElementsAre("input " + asText(&places[0]), "start", "stop", "close", "process " + asText(&places[1])));
 }
 
 TEST(Slots, ThreadHooksAreCalledInTheirOrder)
@@ -236,10 +236,7 @@ public:
 class CameraFieldsTest : public testing::Test
 {
 protected:
-    CameraFieldsTest()
-    {
-        FakeVYR::reset();
-    }
+    CameraFieldsTest() { FakeVYR::reset(); }
 
     static const CameraFields& fieldsOf(VYRCameraDevice& camera)
     {

@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr int lookInterval = 250;    // ms
-constexpr qint64 patience = 60'000;  // ms
+constexpr int lookInterval = 250;   // ms
+constexpr qint64 patience = 60'000; // ms
 constexpr int enoughMovements = 3;
 
 QMainWindow* mainWindow()
@@ -35,10 +35,9 @@ QMainWindow* mainWindow()
 /// The first status text that is not empty.
 QString statusText(const QMainWindow& window)
 {
-    for (const QLabel* label : window.findChildren<QLabel*>()) {
+    for (const QLabel* label : window.findChildren<QLabel*>())
         if (qobject_cast<const QStatusBar*>(label->parentWidget()) != nullptr && !label->text().isEmpty())
             return label->text();
-    }
     return QString();
 }
 

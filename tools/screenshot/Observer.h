@@ -12,9 +12,8 @@ class QMainWindow;
 
 /// Looks at the program's main window a few times a second. Once the status bar tells a frame rate and the picture in
 /// the central area moves, saves what is on the screen and prints the status text on standard output. After a minute
-/// without that, or at once when there is no camera, says what it saw and ends the process with status 1; where no camera
-/// is wanted, the window without one is what is saved.
-/// Thread: GUI thread.
+/// without that, or at once when there is no camera, says what it saw and ends the process with status 1; where no
+/// camera is wanted, the window without one is what is saved. Thread: GUI thread.
 class Observer : public QObject
 {
     Q_OBJECT

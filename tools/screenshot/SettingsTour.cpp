@@ -23,10 +23,9 @@ constexpr qint64 patience = 60'000; // ms
 
 QAction* actionNamed(const QMainWindow& window, const QString& text)
 {
-    for (QAction* action : window.findChildren<QAction*>()) {
+    for (QAction* action : window.findChildren<QAction*>())
         if (action->text() == text)
             return action;
-    }
     return nullptr;
 }
 

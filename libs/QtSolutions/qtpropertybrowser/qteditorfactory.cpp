@@ -18,12 +18,12 @@ public:
         , editor(editorWidget)
         , manager(propertyManager)
     {
-        connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this,
-                [this, property](QtProperty* destroyed) {
-                    if (destroyed == property) {
-                        delete this;
-                    }
-                });
+        connect(
+            manager, &QtAbstractPropertyManager::propertyDestroyed, this,
+            [this, property](QtProperty* destroyed) {
+                if (destroyed == property)
+                    delete this;
+            });
     }
 
     QWidget* const editor;
@@ -38,11 +38,9 @@ class QtEditorLinks
 public:
     ~QtEditorLinks()
     {
-        for (const QPointer<EditorLink>& link : qAsConst(_links)) {
-            if (link) {
+        for (const QPointer<EditorLink>& link : qAsConst(_links))
+            if (link)
                 delete link->editor;
-            }
-        }
     }
 
     QObject* tie(QWidget* editor, QtAbstractPropertyManager* manager, QtProperty* property)
@@ -55,11 +53,9 @@ public:
 
     void cut(const QtAbstractPropertyManager* manager)
     {
-        for (const QPointer<EditorLink>& link : qAsConst(_links)) {
-            if (link && link->manager == manager) {
+        for (const QPointer<EditorLink>& link : qAsConst(_links))
+            if (link && link->manager == manager)
                 delete link;
-            }
-        }
     }
 
 private:
@@ -70,7 +66,7 @@ namespace {
 
 // Every change shows the manager's present value rather than the one that was sent: a receiver that was told
 // before the editor may already have set another.
-template <class Refresh>
+template<class Refresh>
 void refreshOnChanges(QtIntPropertyManager* manager, QObject* link, const Refresh& refresh)
 {
     QObject::connect(manager, &QtIntPropertyManager::valueChanged, link, refresh);
@@ -148,11 +144,10 @@ QWidget* QtSliderFactory::createEditor(QtIntPropertyManager* manager, QtProperty
     QObject* link = _links->tie(editor, manager, property);
     refreshOnChanges(manager, link, refresh);
     connect(editor, &QSlider::valueChanged, link, [=](int value) {
-        if (manager->isReadOnly(property)) {
+        if (manager->isReadOnly(property))
             refresh(property);
-        } else {
+        else
             manager->setValue(property, value);
-        }
     });
     return editor;
 }
@@ -175,8 +170,7 @@ void QtEnumEditorFactory::connectPropertyManager(QtEnumPropertyManager*)
     // Each editor makes its own connections.
 }
 
-QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtProperty* property,
-                                           QWidget* parent)
+QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtProperty* property, QWidget* parent)
 {
     auto* editor = new QComboBox(parent);
     const auto refill = [=](const QtProperty* changed) {
@@ -185,9 +179,8 @@ QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtPro
             const QStringList names = manager->enumNames(property);
             const QMap<int, QIcon> icons = manager->enumIcons(property);
             editor->clear();
-            for (int i = 0; i < names.size(); ++i) {
+            for (int i = 0; i < names.size(); ++i)
                 editor->addItem(icons.value(i), names.at(i));
-            }
             editor->setCurrentIndex(manager->value(property));
         }
     };
@@ -195,12 +188,14 @@ QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtPro
     QObject* link = _links->tie(editor, manager, property);
     connect(manager, &QtEnumPropertyManager::enumNamesChanged, link, refill);
     connect(manager, &QtEnumPropertyManager::enumIconsChanged, link, refill);
-    connect(manager, &QtEnumPropertyManager::valueChanged, link, [=](const QtProperty* changed) {
-        if (changed == property) {
-            const QSignalBlocker blocker(editor);
-            editor->setCurrentIndex(manager->value(property));
-        }
-    });
+    connect(
+        manager, &QtEnumPropertyManager::valueChanged, link,
+        [=](const QtProperty* changed) {
+            if (changed == property) {
+                const QSignalBlocker blocker(editor);
+                editor->setCurrentIndex(manager->value(property));
+            }
+        });
     connect(editor, qOverload<int>(&QComboBox::currentIndexChanged), link,
             [=](int index) { manager->setValue(property, index); });
     return editor;

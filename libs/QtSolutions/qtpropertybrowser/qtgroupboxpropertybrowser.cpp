@@ -32,17 +32,15 @@ QtGroupBoxPropertyBrowser::~QtGroupBoxPropertyBrowser() = default;
 void QtGroupBoxPropertyBrowser::itemInserted(QtBrowserItem* item, QtBrowserItem*)
 {
     QtBrowserItem* parent = item->parent();
-    if (parent && !_rows.value(parent).box) {
+    if (parent && !_rows.value(parent).box)
         addBox(parent);
-    }
     QtProperty* property = item->property();
     QWidget* rowParent = container(parent);
     Row row;
     row.name = new QLabel(rowParent);
     row.editor = createEditor(property, rowParent);
-    if (!row.editor && property->hasValue()) {
+    if (!row.editor && property->hasValue())
         row.valueText = new QLabel(rowParent);
-    }
     row.name->setBuddy(row.editor);
     refresh(row, property);
     _rows.insert(item, row);
@@ -57,50 +55,43 @@ void QtGroupBoxPropertyBrowser::itemRemoved(QtBrowserItem* item)
     dismiss(row.editor);
     dismiss(row.box);
     QtBrowserItem* parent = item->parent();
-    if (parent && parent->children().isEmpty()) {
+    if (parent && parent->children().isEmpty())
         removeBox(parent);
-    } else {
+    else
         arrange(parent);
-    }
 }
 
 void QtGroupBoxPropertyBrowser::itemChanged(QtBrowserItem* item)
 {
     const auto row = _rows.constFind(item);
-    if (row == _rows.constEnd()) {
+    if (row == _rows.constEnd())
         return;
-    }
     const bool namedBefore = row->name && !row->name->text().isEmpty();
     refresh(*row, item->property());
-    if (namedBefore != !item->property()->propertyName().isEmpty()) {
+    if (namedBefore != !item->property()->propertyName().isEmpty())
         arrange(item->parent());
-    }
 }
 
 // Lays out the rows under `parent` (null: the top level) anew, below the parent's own value if it has one.
 void QtGroupBoxPropertyBrowser::arrange(QtBrowserItem* parent)
 {
     QWidget* area = container(parent);
-    if (!area) {
+    if (!area)
         return; // somebody else has deleted the box
-    }
     auto* layout = qobject_cast<QGridLayout*>(area->layout());
-    while (QLayoutItem* placed = layout->takeAt(0)) {
+    while (QLayoutItem* placed = layout->takeAt(0))
         delete placed;
-    }
     int line = 0;
     if (parent) {
         const Row own = _rows.value(parent);
-        if (QWidget* value = own.editor ? own.editor.data() : own.valueText.data()) {
+        if (QWidget* value = own.editor ? own.editor.data() : own.valueText.data())
             layout->addWidget(value, line++, 0, 1, 2);
-        }
     }
     const QList<QtBrowserItem*> items = parent ? parent->children() : topLevelItems();
     for (const QtBrowserItem* item : items) {
         const auto row = _rows.constFind(item);
-        if (row != _rows.constEnd()) {
+        if (row != _rows.constEnd())
             placeRow(layout, line++, *row);
-        }
     }
 }
 
@@ -112,15 +103,12 @@ void QtGroupBoxPropertyBrowser::placeRow(QGridLayout* layout, int line, const Ro
     }
     QWidget* value = row.editor ? row.editor.data() : row.valueText.data();
     const bool named = row.name && !row.name->text().isEmpty();
-    if (row.name) {
+    if (row.name)
         row.name->setVisible(named);
-    }
-    if (named) {
+    if (named)
         layout->addWidget(row.name, line, 0, 1, value ? 1 : 2);
-    }
-    if (value) {
+    if (value)
         layout->addWidget(value, line, named ? 1 : 0, 1, named ? 1 : 2);
-    }
 }
 
 // The first sub-property turns the row of `item` into a group box, with the row's value inside.
@@ -129,9 +117,8 @@ void QtGroupBoxPropertyBrowser::addBox(QtBrowserItem* item)
     Row& row = _rows[item];
     row.box = new QGroupBox(container(item->parent()));
     new QGridLayout(row.box);
-    if (row.name) {
+    if (row.name)
         row.name->hide();
-    }
     refresh(row, item->property());
     arrange(item->parent());
 }
@@ -140,26 +127,22 @@ void QtGroupBoxPropertyBrowser::addBox(QtBrowserItem* item)
 void QtGroupBoxPropertyBrowser::removeBox(QtBrowserItem* item)
 {
     const auto found = _rows.find(item);
-    if (found == _rows.end()) {
+    if (found == _rows.end())
         return;
-    }
     QWidget* rowParent = container(item->parent());
     QGroupBox* box = found->box;
     found->box = nullptr;
-    for (QWidget* widget : {found->editor.data(), static_cast<QWidget*>(found->valueText.data())}) {
-        if (widget) {
+    for (QWidget* widget : {found->editor.data(), static_cast<QWidget*>(found->valueText.data())})
+        if (widget)
             widget->setParent(rowParent);
-        }
-    }
     dismiss(box);
     arrange(item->parent());
 }
 
 void QtGroupBoxPropertyBrowser::refresh(const Row& row, const QtProperty* property) const
 {
-    if (row.box) {
+    if (row.box)
         row.box->setTitle(property->propertyName());
-    }
     if (row.name) {
         QFont font = row.name->font();
         font.setUnderline(property->isModified());
@@ -171,9 +154,8 @@ void QtGroupBoxPropertyBrowser::refresh(const Row& row, const QtProperty* proper
         row.valueText->setText(property->valueText());
         row.valueText->setEnabled(property->isEnabled());
     }
-    if (row.editor) {
+    if (row.editor)
         row.editor->setEnabled(property->isEnabled());
-    }
     for (QWidget* widget : {static_cast<QWidget*>(row.box.data()), static_cast<QWidget*>(row.name.data()),
                             static_cast<QWidget*>(row.valueText.data()), row.editor.data()}) {
         if (widget) {

@@ -11,13 +11,11 @@ QtProperty::~QtProperty()
 {
     // Whoever shows or edits this property hears of its end while name, value and sub-properties are still
     // there.
-    while (!_parents.isEmpty()) {
+    while (!_parents.isEmpty())
         _parents.first()->removeSubProperty(this);
-    }
     _manager->forget(this);
-    for (QtProperty* property : qAsConst(_subProperties)) {
+    for (QtProperty* property : qAsConst(_subProperties))
         property->_parents.removeOne(this);
-    }
 }
 
 QList<QtProperty*> QtProperty::subProperties() const
@@ -130,9 +128,8 @@ void QtProperty::addSubProperty(QtProperty* property)
 
 void QtProperty::insertSubProperty(QtProperty* property, QtProperty* afterProperty)
 {
-    if (!property || _subProperties.contains(property) || property->isAbove(this)) {
+    if (!property || _subProperties.contains(property) || property->isAbove(this))
         return;
-    }
     const int place = _subProperties.indexOf(afterProperty) + 1;
     _subProperties.insert(place, property);
     property->_parents.append(this);
@@ -141,9 +138,8 @@ void QtProperty::insertSubProperty(QtProperty* property, QtProperty* afterProper
 
 void QtProperty::removeSubProperty(QtProperty* property)
 {
-    if (!_subProperties.removeOne(property)) {
+    if (!_subProperties.removeOne(property))
         return;
-    }
     property->_parents.removeOne(this);
     Q_EMIT _manager->propertyRemoved(property, this);
 }
@@ -155,14 +151,11 @@ void QtProperty::propertyChanged()
 
 bool QtProperty::isAbove(const QtProperty* property) const
 {
-    if (property == this) {
+    if (property == this)
         return true;
-    }
-    for (const QtProperty* parent : property->_parents) {
-        if (isAbove(parent)) {
+    for (const QtProperty* parent : property->_parents)
+        if (isAbove(parent))
             return true;
-        }
-    }
     return false;
 }
 
@@ -183,9 +176,8 @@ QSet<QtProperty*> QtAbstractPropertyManager::properties() const
 
 void QtAbstractPropertyManager::clear() const
 {
-    while (!_properties.isEmpty()) {
+    while (!_properties.isEmpty())
         delete *_properties.constBegin();
-    }
 }
 
 QtProperty* QtAbstractPropertyManager::addProperty(const QString& name)
@@ -246,9 +238,8 @@ QtBrowserItem::QtBrowserItem(QtAbstractPropertyBrowser* browser, QtProperty* pro
 
 QtBrowserItem::~QtBrowserItem()
 {
-    for (QtBrowserItem* child : qAsConst(_children)) {
+    for (QtBrowserItem* child : qAsConst(_children))
         delete child;
-    }
 }
 
 QtProperty* QtBrowserItem::property() const
@@ -279,24 +270,20 @@ QtAbstractPropertyBrowser::QtAbstractPropertyBrowser(QWidget* parent)
 QtAbstractPropertyBrowser::~QtAbstractPropertyBrowser()
 {
     // The subclass is gone, so its operations are not called for each item any more.
-    for (QtAbstractPropertyManager* manager : qAsConst(_watched)) {
+    for (QtAbstractPropertyManager* manager : qAsConst(_watched))
         manager->disconnect(this);
-    }
-    for (QtBrowserItem* item : qAsConst(_topLevelItems)) {
+    for (QtBrowserItem* item : qAsConst(_topLevelItems))
         delete item;
-    }
     const auto managers = _factories.keys();
-    for (QtAbstractPropertyManager* manager : managers) {
+    for (QtAbstractPropertyManager* manager : managers)
         unsetFactoryForManager(manager);
-    }
 }
 
 QList<QtProperty*> QtAbstractPropertyBrowser::properties() const
 {
     QList<QtProperty*> list;
-    for (const QtBrowserItem* item : _topLevelItems) {
+    for (const QtBrowserItem* item : _topLevelItems)
         list.append(item->property());
-    }
     return list;
 }
 
@@ -317,9 +304,8 @@ QList<QtBrowserItem*> QtAbstractPropertyBrowser::topLevelItems() const
 
 void QtAbstractPropertyBrowser::clear()
 {
-    while (!_topLevelItems.isEmpty()) {
+    while (!_topLevelItems.isEmpty())
         removeItem(_topLevelItems.last());
-    }
 }
 
 void QtAbstractPropertyBrowser::unsetFactoryForManager(QtAbstractPropertyManager* manager)
@@ -351,17 +337,15 @@ QtBrowserItem* QtAbstractPropertyBrowser::addProperty(QtProperty* property)
 
 QtBrowserItem* QtAbstractPropertyBrowser::insertProperty(QtProperty* property, QtProperty* afterProperty)
 {
-    if (!property || topLevelItem(property)) {
+    if (!property || topLevelItem(property))
         return nullptr;
-    }
     return createItem(property, nullptr, topLevelItem(afterProperty));
 }
 
 void QtAbstractPropertyBrowser::removeProperty(QtProperty* property)
 {
-    if (QtBrowserItem* item = topLevelItem(property)) {
+    if (QtBrowserItem* item = topLevelItem(property))
         removeItem(item);
-    }
 }
 
 QWidget* QtAbstractPropertyBrowser::createEditor(QtProperty* property, QWidget* parent)
@@ -370,12 +354,10 @@ QWidget* QtAbstractPropertyBrowser::createEditor(QtProperty* property, QWidget* 
     return factory ? factory->createEditor(property, parent) : nullptr;
 }
 
-void QtAbstractPropertyBrowser::useFactory(QtAbstractPropertyManager* manager,
-                                           QtAbstractEditorFactoryBase* factory)
+void QtAbstractPropertyBrowser::useFactory(QtAbstractPropertyManager* manager, QtAbstractEditorFactoryBase* factory)
 {
-    if (!manager || _factories.value(manager) == factory) {
+    if (!manager || _factories.value(manager) == factory)
         return;
-    }
     unsetFactoryForManager(manager);
     _factories.insert(manager, factory);
     ++factory->_browsersByManager[manager];
@@ -384,18 +366,14 @@ void QtAbstractPropertyBrowser::useFactory(QtAbstractPropertyManager* manager,
 
 void QtAbstractPropertyBrowser::watch(QtAbstractPropertyManager* manager)
 {
-    if (_watched.contains(manager)) {
+    if (_watched.contains(manager))
         return;
-    }
     _watched.insert(manager);
     connect(manager, &QtAbstractPropertyManager::propertyInserted, this,
             &QtAbstractPropertyBrowser::onPropertyInserted);
-    connect(manager, &QtAbstractPropertyManager::propertyRemoved, this,
-            &QtAbstractPropertyBrowser::onPropertyRemoved);
-    connect(manager, &QtAbstractPropertyManager::propertyChanged, this,
-            &QtAbstractPropertyBrowser::onPropertyChanged);
-    connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this,
-            &QtAbstractPropertyBrowser::removeProperty);
+    connect(manager, &QtAbstractPropertyManager::propertyRemoved, this, &QtAbstractPropertyBrowser::onPropertyRemoved);
+    connect(manager, &QtAbstractPropertyManager::propertyChanged, this, &QtAbstractPropertyBrowser::onPropertyChanged);
+    connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this, &QtAbstractPropertyBrowser::removeProperty);
     connect(manager, &QObject::destroyed, this, [this, manager] { forget(manager); });
 }
 
@@ -403,13 +381,11 @@ void QtAbstractPropertyBrowser::forget(QtAbstractPropertyManager* manager)
 {
     _watched.remove(manager);
     const QPointer<QtAbstractEditorFactoryBase> factory = _factories.take(manager);
-    if (factory) {
+    if (factory)
         factory->_browsersByManager.remove(manager);
-    }
 }
 
-QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBrowserItem* parent,
-                                                     QtBrowserItem* after)
+QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBrowserItem* parent, QtBrowserItem* after)
 {
     watch(property->propertyManager());
     auto* item = new QtBrowserItem(this, property, parent);
@@ -419,22 +395,19 @@ QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBro
     itemInserted(item, after);
     QtBrowserItem* afterChild = nullptr;
     const QList<QtProperty*> subProperties = property->subProperties();
-    for (QtProperty* subProperty : subProperties) {
+    for (QtProperty* subProperty : subProperties)
         afterChild = createItem(subProperty, item, afterChild);
-    }
     return item;
 }
 
 void QtAbstractPropertyBrowser::removeItem(QtBrowserItem* item)
 {
-    while (!item->_children.isEmpty()) {
+    while (!item->_children.isEmpty())
         removeItem(item->_children.last());
-    }
     siblings(item->parent()).removeOne(item);
     _itemsByProperty.remove(item->property(), item);
-    if (_currentItem == item) {
+    if (_currentItem == item)
         setCurrentItem(nullptr);
-    }
     itemRemoved(item);
     delete item;
 }
@@ -447,37 +420,30 @@ QList<QtBrowserItem*>& QtAbstractPropertyBrowser::siblings(QtBrowserItem* parent
 QtBrowserItem* QtAbstractPropertyBrowser::itemOf(QtProperty* property, QtBrowserItem* parent) const
 {
     const QList<QtBrowserItem*> candidates = _itemsByProperty.values(property);
-    for (QtBrowserItem* item : candidates) {
-        if (item->parent() == parent) {
+    for (QtBrowserItem* item : candidates)
+        if (item->parent() == parent)
             return item;
-        }
-    }
     return nullptr;
 }
 
-void QtAbstractPropertyBrowser::onPropertyInserted(QtProperty* property, QtProperty* parent,
-                                                   QtProperty* after)
+void QtAbstractPropertyBrowser::onPropertyInserted(QtProperty* property, QtProperty* parent, QtProperty* after)
 {
     const QList<QtBrowserItem*> parentItems = items(parent);
-    for (QtBrowserItem* parentItem : parentItems) {
+    for (QtBrowserItem* parentItem : parentItems)
         createItem(property, parentItem, itemOf(after, parentItem));
-    }
 }
 
 void QtAbstractPropertyBrowser::onPropertyRemoved(QtProperty* property, QtProperty* parent)
 {
     const QList<QtBrowserItem*> parentItems = items(parent);
-    for (QtBrowserItem* parentItem : parentItems) {
-        if (QtBrowserItem* item = itemOf(property, parentItem)) {
+    for (QtBrowserItem* parentItem : parentItems)
+        if (QtBrowserItem* item = itemOf(property, parentItem))
             removeItem(item);
-        }
-    }
 }
 
 void QtAbstractPropertyBrowser::onPropertyChanged(QtProperty* property)
 {
     const QList<QtBrowserItem*> shown = items(property);
-    for (QtBrowserItem* item : shown) {
+    for (QtBrowserItem* item : shown)
         itemChanged(item);
-    }
 }

@@ -175,7 +175,7 @@ private:
 /// and one manager may be served by several factories, each in a browser of its own.
 ///
 /// Thread: GUI thread.
-template <class PropertyManager>
+template<class PropertyManager>
 class QtAbstractEditorFactory : public QtAbstractEditorFactoryBase
 {
 public:
@@ -193,9 +193,8 @@ public:
     /// Serves `manager`, which stays with its owner. Nothing happens when it is served already.
     void addPropertyManager(PropertyManager* manager)
     {
-        if (!manager || _managers.contains(manager)) {
+        if (!manager || _managers.contains(manager))
             return;
-        }
         _managers.insert(manager, manager);
         connectPropertyManager(manager);
         connect(manager, &QObject::destroyed, this, &QtAbstractEditorFactory::managerDestroyed);
@@ -204,9 +203,8 @@ public:
     /// Ends the service to `manager`. Editors made for it stay on the screen but are no longer tied to it.
     void removePropertyManager(PropertyManager* manager)
     {
-        if (!_managers.remove(manager)) {
+        if (!_managers.remove(manager))
             return;
-        }
         disconnect(manager, &QObject::destroyed, this, &QtAbstractEditorFactory::managerDestroyed);
         disconnectPropertyManager(manager);
     }
@@ -214,9 +212,8 @@ public:
     QSet<PropertyManager*> propertyManagers() const
     {
         QSet<PropertyManager*> managers;
-        for (PropertyManager* manager : _managers) {
+        for (PropertyManager* manager : _managers)
             managers.insert(manager);
-        }
         return managers;
     }
 
@@ -236,10 +233,7 @@ protected:
         removePropertyManager(_managers.value(manager));
     }
 
-    void managerDestroyed(QObject* manager) override
-    {
-        _managers.remove(manager);
-    }
+    void managerDestroyed(QObject* manager) override { _managers.remove(manager); }
 
 private:
     // Keyed by the object, because a manager that is being destroyed is only that any more.
@@ -301,7 +295,7 @@ public:
 
     /// Has `factory` make the editors for the properties of `manager` in this browser, instead of any factory
     /// before.
-    template <class PropertyManager>
+    template<class PropertyManager>
     void setFactoryForManager(PropertyManager* manager, QtAbstractEditorFactory<PropertyManager>* factory)
     {
         // First, so that a manager that only this browser uses is not given up in between.

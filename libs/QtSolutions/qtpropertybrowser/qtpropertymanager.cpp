@@ -47,13 +47,11 @@ bool QtIntPropertyManager::isReadOnly(const QtProperty* property) const
 void QtIntPropertyManager::setValue(QtProperty* property, int value)
 {
     const auto number = _numbers.find(property);
-    if (number == _numbers.end()) {
+    if (number == _numbers.end())
         return;
-    }
     const int bounded = std::clamp(value, number->minimum, number->maximum);
-    if (bounded == number->value) {
+    if (bounded == number->value)
         return;
-    }
     number->value = bounded;
     Q_EMIT propertyChanged(property);
     Q_EMIT valueChanged(property, bounded);
@@ -72,13 +70,11 @@ void QtIntPropertyManager::setMaximum(QtProperty* property, int maximum)
 void QtIntPropertyManager::setRange(QtProperty* property, int minimum, int maximum)
 {
     const auto number = _numbers.find(property);
-    if (number == _numbers.end()) {
+    if (number == _numbers.end())
         return;
-    }
     const auto [low, high] = std::minmax(minimum, maximum);
-    if (low == number->minimum && high == number->maximum) {
+    if (low == number->minimum && high == number->maximum)
         return;
-    }
     const int valueBefore = number->value;
     const int valueAfter = std::clamp(valueBefore, low, high);
     number->minimum = low;
@@ -95,9 +91,8 @@ void QtIntPropertyManager::setSingleStep(QtProperty* property, int step)
 {
     const auto number = _numbers.find(property);
     const int bounded = std::max(step, 0);
-    if (number == _numbers.end() || bounded == number->singleStep) {
+    if (number == _numbers.end() || bounded == number->singleStep)
         return;
-    }
     number->singleStep = bounded;
     Q_EMIT singleStepChanged(property, bounded);
 }
@@ -105,9 +100,8 @@ void QtIntPropertyManager::setSingleStep(QtProperty* property, int step)
 void QtIntPropertyManager::setReadOnly(QtProperty* property, bool readOnly)
 {
     const auto number = _numbers.find(property);
-    if (number == _numbers.end() || readOnly == number->readOnly) {
+    if (number == _numbers.end() || readOnly == number->readOnly)
         return;
-    }
     number->readOnly = readOnly;
     Q_EMIT propertyChanged(property);
     Q_EMIT readOnlyChanged(property, readOnly);
@@ -157,9 +151,8 @@ QMap<int, QIcon> QtEnumPropertyManager::enumIcons(const QtProperty* property) co
 void QtEnumPropertyManager::setValue(QtProperty* property, int value)
 {
     const auto choice = _choices.find(property);
-    if (choice == _choices.end() || value < 0 || value >= choice->names.size() || value == choice->value) {
+    if (choice == _choices.end() || value < 0 || value >= choice->names.size() || value == choice->value)
         return;
-    }
     choice->value = value;
     Q_EMIT propertyChanged(property);
     Q_EMIT valueChanged(property, value);
@@ -168,9 +161,8 @@ void QtEnumPropertyManager::setValue(QtProperty* property, int value)
 void QtEnumPropertyManager::setEnumNames(QtProperty* property, const QStringList& names)
 {
     const auto choice = _choices.find(property);
-    if (choice == _choices.end() || names == choice->names) {
+    if (choice == _choices.end() || names == choice->names)
         return;
-    }
     const int first = names.isEmpty() ? -1 : 0;
     choice->names = names;
     choice->value = first;
@@ -182,9 +174,8 @@ void QtEnumPropertyManager::setEnumNames(QtProperty* property, const QStringList
 void QtEnumPropertyManager::setEnumIcons(QtProperty* property, const QMap<int, QIcon>& icons)
 {
     const auto choice = _choices.find(property);
-    if (choice == _choices.end()) {
+    if (choice == _choices.end())
         return;
-    }
     choice->icons = icons;
     Q_EMIT enumIconsChanged(property, icons);
     Q_EMIT propertyChanged(property);

@@ -22,8 +22,8 @@ bool hasName(int descriptor, const QByteArray& path)
 {
     struct stat open = {};
     struct stat named = {};
-    return ::fstat(descriptor, &open) == 0 && ::lstat(path.constData(), &named) == 0
-           && open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+    return ::fstat(descriptor, &open) == 0 && ::lstat(path.constData(), &named) == 0 && open.st_dev == named.st_dev
+        && open.st_ino == named.st_ino;
 }
 
 } // namespace
@@ -49,9 +49,8 @@ InstanceLock::Outcome InstanceLock::acquire(const QString& path)
             release();
             return held ? Outcome::HeldByAnother : Outcome::Impossible;
         }
-        if (hasName(_descriptor, nativePath)) {
+        if (hasName(_descriptor, nativePath))
             return Outcome::Acquired;
-        }
         release();
     }
 }

@@ -33,19 +33,16 @@ Outcome attempt(const QString& socketPath, const QByteArray& frame, const QDeadl
 {
     QLocalSocket socket;
     socket.connectToServer(socketPath);
-    if (!socket.waitForConnected(remaining(deadline))) {
+    if (!socket.waitForConnected(remaining(deadline)))
         return Outcome::NotYet;
-    }
     if (!isOfThisUser(socket)) {
         qCWarning(instanceLog) << "Another user listens at" << socketPath;
         return Outcome::Refused;
     }
     socket.write(frame);
-    while (socket.bytesAvailable() < frameAnswer().size()) {
-        if (!socket.waitForReadyRead(remaining(deadline))) {
+    while (socket.bytesAvailable() < frameAnswer().size())
+        if (!socket.waitForReadyRead(remaining(deadline)))
             return Outcome::NotYet;
-        }
-    }
     return socket.read(frameAnswer().size()) == frameAnswer() ? Outcome::Confirmed : Outcome::Refused;
 }
 
@@ -62,9 +59,8 @@ bool sendInstanceMessage(const QString& socketPath, const QString& message, int 
     const QDeadlineTimer deadline(timeout);
     for (;;) {
         const Outcome outcome = attempt(socketPath, frame, deadline);
-        if (outcome != Outcome::NotYet || deadline.hasExpired()) {
+        if (outcome != Outcome::NotYet || deadline.hasExpired())
             return outcome == Outcome::Confirmed;
-        }
         QThread::msleep(pause);
     }
 }

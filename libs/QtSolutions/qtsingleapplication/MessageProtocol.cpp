@@ -30,9 +30,8 @@ QByteArray makeFrame(const QByteArray& text)
 
 int announcedLength(const QByteArray& header)
 {
-    if (header.size() < frameHeaderSize || !header.startsWith(frameStart())) {
+    if (header.size() < frameHeaderSize || !header.startsWith(frameStart()))
         return -1;
-    }
     const auto length = qFromBigEndian<quint32>(header.constData() + frameStart().size());
     return length <= static_cast<quint32>(longestMessage) ? static_cast<int>(length) : -1;
 }

@@ -34,30 +34,29 @@ void MessageServer::acceptConnections()
             connection->deleteLater();
             continue;
         }
-        while (_connections.size() >= connectionLimit) {
+        while (_connections.size() >= connectionLimit)
             drop(_connections.first());
-        }
         _connections.append(connection);
         connection->setReadBufferSize(frameHeaderSize + longestMessage);
-        connect(connection, &QLocalSocket::readyRead, this, [this, connection] { read(connection); });
-        connect(connection, &QLocalSocket::disconnected, this, [this, connection] { drop(connection); });
+        connect(
+            connection, &QLocalSocket::readyRead, this, [this, connection] { read(connection); });
+        connect(
+            connection, &QLocalSocket::disconnected, this, [this, connection] { drop(connection); });
         QTimer::singleShot(timeLimit, connection, [this, connection] { drop(connection); });
     }
 }
 
 void MessageServer::read(QLocalSocket* connection)
 {
-    if (connection->bytesAvailable() < frameHeaderSize) {
+    if (connection->bytesAvailable() < frameHeaderSize)
         return;
-    }
     const int length = announcedLength(connection->peek(frameHeaderSize));
     if (length < 0) {
         drop(connection);
         return;
     }
-    if (connection->bytesAvailable() < frameHeaderSize + length) {
+    if (connection->bytesAvailable() < frameHeaderSize + length)
         return;
-    }
     connection->skip(frameHeaderSize);
     const QString message = QString::fromUtf8(connection->read(length));
     answer(connection);

@@ -27,14 +27,13 @@ QString userFolder()
 {
     const QString name = QStringLiteral("/qtsingleapplication-%1").arg(::geteuid());
     QString path = QDir::tempPath() + name;
-    if (path.toUtf8().size() > longestFolder) {
+    if (path.toUtf8().size() > longestFolder)
         path = QStringLiteral("/tmp") + name;
-    }
     const QByteArray nativePath = QFile::encodeName(path);
     ::mkdir(nativePath.constData(), S_IRWXU);
     struct stat status = {};
     const bool ours = ::lstat(nativePath.constData(), &status) == 0 && S_ISDIR(status.st_mode)
-                      && status.st_uid == ::geteuid() && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+                   && status.st_uid == ::geteuid() && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
     if (!ours) {
         qCWarning(instanceLog) << "No folder of this user at" << path;
         return QString();
@@ -45,9 +44,8 @@ QString userFolder()
 QString pathOf(const QString& id)
 {
     const QString folder = userFolder();
-    if (folder.isEmpty()) {
+    if (folder.isEmpty())
         return QString();
-    }
     const QByteArray hash = QCryptographicHash::hash(id.toUtf8(), QCryptographicHash::Sha256);
     return folder + '/' + QString::fromLatin1(hash.left(12).toHex());
 }
@@ -60,8 +58,8 @@ QString socketPath(const QString& path)
 } // namespace
 
 SingleInstance::SingleInstance(const QString& id)
-    : _applicationId(id),
-      _path(pathOf(id))
+    : _applicationId(id)
+    , _path(pathOf(id))
 {
     connect(&_server, &MessageServer::messageReceived, this, &SingleInstance::messageReceived);
 }
@@ -73,13 +71,11 @@ QString SingleInstance::id() const
 
 bool SingleInstance::claim()
 {
-    if (_claimed) {
+    if (_claimed)
         return true;
-    }
     if (!_path.isEmpty()) {
-        if (_lock.acquire(_path + QStringLiteral(".lock")) == InstanceLock::Outcome::HeldByAnother) {
+        if (_lock.acquire(_path + QStringLiteral(".lock")) == InstanceLock::Outcome::HeldByAnother)
             return false;
-        }
         // A tidied folder for temporary files may have lost the lock of an instance that still listens.
         if (isAnswered(socketPath(_path))) {
             _lock.release();

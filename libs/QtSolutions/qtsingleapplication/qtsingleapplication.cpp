@@ -13,8 +13,8 @@ QtSingleApplication::QtSingleApplication(int& argc, char** argv, bool /*GUIenabl
 }
 
 QtSingleApplication::QtSingleApplication(const QString& id, int& argc, char** argv)
-    : QApplication(argc, argv),
-      _instance(std::make_unique<SingleInstance>(id.isEmpty() ? applicationFilePath() : id))
+    : QApplication(argc, argv)
+    , _instance(std::make_unique<SingleInstance>(id.isEmpty() ? applicationFilePath() : id))
 {
     connect(_instance.get(), &SingleInstance::messageReceived, this, &QtSingleApplication::messageReceived);
 }
@@ -35,9 +35,8 @@ void QtSingleApplication::setActivationWindow(QWidget* window, bool activateOnMe
 {
     _activationWindow = window;
     disconnect(this, &QtSingleApplication::messageReceived, this, &QtSingleApplication::activateWindow);
-    if (activateOnMessage) {
+    if (activateOnMessage)
         connect(this, &QtSingleApplication::messageReceived, this, &QtSingleApplication::activateWindow);
-    }
 }
 
 QWidget* QtSingleApplication::activationWindow() const
@@ -57,9 +56,8 @@ bool QtSingleApplication::sendMessage(const QString& message, int timeout)
 
 void QtSingleApplication::activateWindow()
 {
-    if (_activationWindow == nullptr) {
+    if (_activationWindow == nullptr)
         return;
-    }
     _activationWindow->setWindowState(_activationWindow->windowState() & ~Qt::WindowMinimized);
     _activationWindow->raise();
     _activationWindow->activateWindow();

@@ -104,8 +104,8 @@ void setParameter(int id, va_list arguments)
     }
 }
 
-/// Fills the registers in which a variadic call passes integers. A caller that forgets an argument of its next call then
-/// passes this on, and not a zero that happens to lie there.
+/// Fills the registers in which a variadic call passes integers. A caller that forgets an argument of its next call
+/// then passes this on, and not a zero that happens to lie there.
 inline void leaveNoZeroBehind()
 {
 #if defined(__x86_64__)

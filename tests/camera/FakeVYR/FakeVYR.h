@@ -24,9 +24,9 @@ std::vector<VYRResolutionInfo> defaultModes();
 void setModes(const std::vector<VYRResolutionInfo>& modes);
 void setOpens(bool opens);
 void setStarts(bool starts);
-void setVersion(const char* version); ///< may be null; borrowed
+void setVersion(const char* version);           ///< may be null; borrowed
 void setText(int id, const std::string& bytes); ///< written as it stands, at most 256 bytes, no zero added
-void setFrameSize(int width, int height); ///< {0, 0}: the size of the resolution that was set last
+void setFrameSize(int width, int height);       ///< {0, 0}: the size of the resolution that was set last
 
 /// Every call in order, for instance "OpenVYR", "Enumerate 1 320 240 5 30", "Set 8 25 0", "Get 7", "StartVYR 1".
 std::vector<std::string> calls();

@@ -30,7 +30,7 @@ TEST_F(StereoViewLongRun, TenThousandFramesAtTwoHundredASecondLoseNoPoolSlotAndN
 {
     constexpr int framesWanted = 10000;
     constexpr double framesPerSecond = 200.0;
-    constexpr int warmUp = 5000;                                        // ms
+    constexpr int warmUp = 5000;                                                        // ms
     constexpr int duration = static_cast<int>(framesWanted / framesPerSecond * 1000.0); // ms
     QLocale::setDefault(QLocale::c());
     load(mode(VYRAny, VYRAny, 5, static_cast<float>(framesPerSecond)));
@@ -55,8 +55,8 @@ TEST_F(StereoViewLongRun, TenThousandFramesAtTwoHundredASecondLoseNoPoolSlotAndN
     const int dropped = numberShown("droppedLabel");
     const int unreadable = numberShown("unreadableLabel");
     EXPECT_EQ(unreadable, 0);
-    // Every frame that was called back was shown, was unreadable, or left a gap. A gap is left, too, by a frame that the
-    // library itself was late for and never called back with; so the sum may be greater, but frames shown may not.
+    // Every frame that was called back was shown, was unreadable, or left a gap. A gap is left, too, by a frame that
+    // the library itself was late for and never called back with; so the sum may be greater, but frames shown may not.
     EXPECT_LE(shown + unreadable, framesCalledBack);
     EXPECT_GE(shown + unreadable + dropped, framesCalledBack);
     std::printf("frame rate asked for %.0f, called back %d, shown %d, dropped %d, memory %+ld bytes\n", framesPerSecond,

@@ -16,12 +16,11 @@ protected:
     static VYRResolutionInfo smallestMode()
     {
         std::vector<VYRResolutionInfo> modes(32768);
-        const int count = EnumerateResolutions(modes.data(), static_cast<int>(modes.size()), VYRAny, VYRAny, VYRAny,
-                                               VYRAnyFps);
+        const int count =
+            EnumerateResolutions(modes.data(), static_cast<int>(modes.size()), VYRAny, VYRAny, VYRAny, VYRAnyFps);
         modes.resize(static_cast<std::size_t>(count));
-        return *std::min_element(modes.begin(), modes.end(), [](const auto& a, const auto& b) {
-            return a.width * a.height < b.width * b.height;
-        });
+        return *std::min_element(modes.begin(), modes.end(),
+                                 [](const auto& a, const auto& b) { return a.width * a.height < b.width * b.height; });
     }
 
     static QString sizeText(const VYRResolutionInfo& size)

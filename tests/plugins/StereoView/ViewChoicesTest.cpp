@@ -17,7 +17,8 @@ protected:
 
     void write(const QString& key, const QVariant& value)
     {
-        QSettings(QSettings::IniFormat, QSettings::UserScope, "VYRDashboard", "Apps").setValue("StereoView/" + key, value);
+        QSettings(QSettings::IniFormat, QSettings::UserScope, "VYRDashboard", "Apps")
+            .setValue("StereoView/" + key, value);
     }
 
     QTemporaryDir directory;

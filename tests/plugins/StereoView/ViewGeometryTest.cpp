@@ -46,8 +46,7 @@ TEST(ViewGeometry, SideBySideInALowViewStaysTogetherInTheMiddle)
 
 TEST(ViewGeometry, OneAboveOtherSharesTheHeight)
 {
-    const std::vector<PictureCell> cells =
-        cellsOf(sceneOf(PictureArrangement::OneAboveOther, {900, 482}), ViewPoint());
+    const std::vector<PictureCell> cells = cellsOf(sceneOf(PictureArrangement::OneAboveOther, {900, 482}), ViewPoint());
     ASSERT_EQ(cells.size(), 2U);
     EXPECT_EQ(cells[0].content, CellContent::Left);
     EXPECT_EQ(cells[0].target, QRect(262, 0, 376, 240));
@@ -186,7 +185,8 @@ TEST(ViewGeometry, DraggingTheWholePictureDoesNothing)
 
 TEST(PictureArrangement, KeysNameArrangementsForGood)
 {
-    const std::vector<QString> keys = {"sideBySide", "oneAboveOther", "leftOnly", "rightOnly", "anaglyph", "difference"};
+    const std::vector<QString> keys = {"sideBySide", "oneAboveOther", "leftOnly",
+                                       "rightOnly",  "anaglyph",      "difference"};
     for (std::size_t i = 0; i < allArrangements.size(); ++i) {
         EXPECT_EQ(arrangementKey(allArrangements[i]), keys[i]);
         EXPECT_EQ(arrangementOfKey(keys[i]), allArrangements[i]);
