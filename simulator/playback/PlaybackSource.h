@@ -21,7 +21,7 @@ namespace simulator {
 /// Shows one recorded pair per frame, whatever the frame rate: none is left out, and after the last comes the first.
 ///
 /// A thread of its own decodes up to eight pairs ahead. Where it cannot keep up the frame is missed, not repeated.
-/// It says on standard error which pairs it cannot read, and ends the recording after a hundred failures in a row.
+/// Pairs that cannot be read are named on standard error; a hundred of them in a row end the recording.
 class PlaybackSource : public Source
 {
 public:
