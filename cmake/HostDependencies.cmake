@@ -12,3 +12,7 @@ if(BUILD_TESTING)
     find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
     include(GoogleTest)
 endif()
+
+if(VYR_BUILD_BENCHMARKS)
+    find_package(benchmark REQUIRED)
+endif()

@@ -4,6 +4,7 @@
 include(CTest)
 
 option(VYR_WARNINGS_AS_ERRORS "Treat compiler warnings as errors (our presets do; packagers need not)" OFF)
+option(VYR_BUILD_BENCHMARKS "Build the benchmarks, with the peers that are installed (bench/README.md)" OFF)
 set(VYR_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them; empty for none")
 set(VYR_FONT_DIR "" CACHE PATH "Folder with the real Segoe UI faces; empty to embed Open Sans under their names")
 

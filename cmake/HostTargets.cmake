@@ -83,3 +83,25 @@ function(add_host_test name)
     endif()
     gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
+
+# add_host_benchmark(NAME
+#     SOURCES file...
+#     [LIBRARIES target...]
+#     [QT]          the program has Qt meta-objects
+#     [GOOGLE])     written with Google Benchmark, whose main() is linked
+#
+# A program that answers one question and prints its figures as bench/README.md says.
+function(add_host_benchmark name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "QT;GOOGLE" "" "SOURCES;LIBRARIES")
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/${name}.run")
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
+    if(arg_QT)
+        host_use_qt_generators(${name})
+    endif()
+    if(arg_GOOGLE)
+        target_link_libraries(${name} PRIVATE benchmark::benchmark_main)
+    endif()
+endfunction()
