@@ -71,16 +71,17 @@ public:
     T* Acquire()
     {
         const std::lock_guard<std::mutex> guard(_mutex);
-        const std::size_t count = _objectCache.size();
-        for (std::size_t step = 0; step < count; ++step) {
-            const std::size_t i = (_cursor + step) % count;
-            if (_objectCache[i].inUse)
+        std::uint32_t i = _cursor;
+        for (std::size_t looked = 0; looked < _objectCache.size(); ++looked) {
+            Slot& slot = _objectCache[i];
+            i = i + 1 < _objectCache.size() ? i + 1 : 0;
+            if (slot.inUse)
                 continue;
             // Deliberate: a slot without an object is marked as well, though its caller gets nothing. An
             // unfilled pool thus runs dry like a filled one.
-            _objectCache[i].inUse = true;
-            _cursor = static_cast<std::uint32_t>((i + 1) % count);
-            return _objectCache[i].obj;
+            slot.inUse = true;
+            _cursor = i;
+            return slot.obj;
         }
         return nullptr;
     }

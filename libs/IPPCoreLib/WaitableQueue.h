@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "BlockReusingAllocator.h"
 #include "IPPCoreLibExport.h"
 #include "NodeData.h"
 
@@ -50,7 +51,7 @@ private:
 
     std::mutex _mutex; ///< guards _items and every change of _count
     pt::trigger _filled{true, false};
-    std::deque<Item> _items;
+    std::deque<Item, BlockReusingAllocator<Item>> _items;
     std::atomic<std::int32_t> _count{0}; ///< always the size of _items while the mutex is held
     std::int32_t _capacity;
 };

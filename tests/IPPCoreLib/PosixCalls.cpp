@@ -25,8 +25,11 @@ Counter conditionSignal;
 Counter timedWait;
 std::atomic<long long> longestTimedWait{0};
 std::atomic<int> threadEntryDelay{0};
+std::atomic<int> mutexesHeldAtSignal{0};
 
 namespace {
+
+thread_local int mutexesHeld = 0;
 
 struct DelayedEntry
 {
@@ -100,16 +103,19 @@ int pthread_cond_init(pthread_cond_t* condition, const pthread_condattr_t* attri
 
 int pthread_mutex_lock(pthread_mutex_t* mutex)
 {
+    ++mutexesHeld;
     return countAndCall(mutexLock, "pthread_mutex_lock", &pthread_mutex_lock, mutex);
 }
 
 int pthread_mutex_unlock(pthread_mutex_t* mutex)
 {
+    --mutexesHeld;
     return countAndCall(mutexUnlock, "pthread_mutex_unlock", &pthread_mutex_unlock, mutex);
 }
 
 int pthread_cond_signal(pthread_cond_t* condition)
 {
+    mutexesHeldAtSignal = mutexesHeld;
     return countAndCall(conditionSignal, "pthread_cond_signal", &pthread_cond_signal, condition);
 }
 

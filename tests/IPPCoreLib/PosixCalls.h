@@ -25,6 +25,9 @@ extern Counter conditionInit;
 extern Counter conditionSignal;
 extern Counter timedWait;
 
+/// How many mutexes the thread held that last signalled a condition.
+extern std::atomic<int> mutexesHeldAtSignal;
+
 /// The longest time ahead that a deadline of a timed wait was since it was last set to 0, in nanoseconds.
 extern std::atomic<long long> longestTimedWait;
 

@@ -157,6 +157,24 @@ TEST(Trigger, AutoResetWakesOneWaiterPerPost)
     EXPECT_EQ(woken, 2);
 }
 
+TEST(Trigger, AWokenWaiterFindsTheMutexFree)
+{
+    pt::trigger trigger(true, false);
+    PosixCalls::mutexesHeldAtSignal = -1;
+    trigger.post();
+    EXPECT_EQ(PosixCalls::mutexesHeldAtSignal, 0);
+}
+
+TEST(Trigger, APostOfASignalledOneWakesNobody)
+{
+    pt::trigger trigger(true, true);
+    const int before = PosixCalls::conditionSignal.calls;
+    trigger.post();
+    EXPECT_EQ(PosixCalls::conditionSignal.calls, before);
+    EXPECT_TRUE(trigger.wait(0));
+    EXPECT_FALSE(trigger.wait(0)) << "posts do not add up";
+}
+
 TEST(Trigger, WaitLastsAtLeastItsTimeOut)
 {
     pt::trigger trigger(true, false);
@@ -243,6 +261,15 @@ TEST(Deadline, APostGetsThroughWhileDeadlinesAreRejected)
     waiter.join();
     EXPECT_TRUE(woken);
     EXPECT_EQ(secondOfWakeUp, begin.tv_sec) << "the waiter saw the post only after the turn of the second";
+}
+
+TEST(Deadline, RejectedOnesDoNotKeepTheProcessorBusy)
+{
+    pt::trigger trigger(true, false);
+    sleepUntilBeforeTheTurnOfASecond(std::chrono::milliseconds(100));
+    const int before = PosixCalls::timedWait.calls;
+    EXPECT_FALSE(trigger.wait(150)); // rejected until the turn of the second, 100 ms from now
+    EXPECT_LE(PosixCalls::timedWait.calls - before, 10) << "one that is rejected, one rest, one that times out";
 }
 
 TEST(ExchangeFlag, ReturnsThePreviousValue)

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // WaitableQueue: limits, order, waiting.
 
+#include "HeapCalls.h"
+#include "SystemCalls.h"
+
 #include <libs/IPPCoreLib/NodeData.h>
 #include <libs/IPPCoreLib/WaitableQueue.h>
 #include <tests/support/WaitFor.h>
@@ -134,6 +137,46 @@ TEST(WaitableQueue, NothingIsLostBetweenTwoThreads)
     }
     producer.join();
     EXPECT_EQ(queue.Size(), 0);
+}
+
+TEST(WaitableQueue, PassingItemsThroughAllocatesNothing)
+{
+    WaitableQueue<NodeData*> queue(32);
+    Item item;
+    const auto fillAndDrain = [&] {
+        while (queue.Push(&item))
+            ;
+        while (queue.Pop(0) != nullptr)
+            ;
+    };
+    for (int round = 0; round < 10; ++round)
+        fillAndDrain();
+    const long before = heapAllocations();
+    for (int round = 0; round < 1000; ++round)
+        fillAndDrain();
+    EXPECT_EQ(heapAllocations(), before);
+}
+
+TEST(WaitableQueueDeathTest, PushAndPopWithoutAWaiterMakeNoSystemCall)
+{
+    if (!canForbidSystemCalls())
+        GTEST_SKIP() << "system calls cannot be forbidden here";
+    EXPECT_EXIT(
+        {
+            WaitableQueue<NodeData*> queue(32);
+            Item item;
+            queue.Push(&item);
+            queue.Pop(0);
+            forbidSystemCalls();
+            for (int round = 0; round < 1000; ++round) {
+                while (queue.Push(&item))
+                    ;
+                while (queue.Size() > 0)
+                    queue.Pop(0);
+            }
+            endProcess(0);
+        },
+        testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -5,8 +5,6 @@
 
 #include <cerrno>
 
-#include <sched.h>
-
 namespace pt {
 
 int wait_once(pthread_cond_t* condition, pthread_mutex_t* mutex, int timeout)
@@ -16,11 +14,11 @@ int wait_once(pthread_cond_t* condition, pthread_mutex_t* mutex, int timeout)
     const timespec deadline = deadline_after(now, timeout);
     const int result = pthread_cond_timedwait(condition, mutex, &deadline);
     if (result == EINVAL) {
-        // A rejected deadline returns without having let go of the mutex. Let whoever posts through before the
-        // next try, as a wait would have: the camera's thread must not stand here until the second has turned.
-        pthread_mutex_unlock(mutex);
-        sched_yield();
-        pthread_mutex_lock(mutex);
+        // A rejected deadline returns at once, with the mutex still held, and so will every other one until the second
+        // has turned. Rest until then, open to posts: trying over and over would burn a core and keep the camera's
+        // thread from the mutex.
+        const timespec turn_of_the_second = {now.tv_sec + 1, 0};
+        pthread_cond_timedwait(condition, mutex, &turn_of_the_second);
     }
     return result;
 }

@@ -55,12 +55,16 @@ void trigger::wait()
 void trigger::post()
 {
     pthread_mutex_lock(&_mutex);
+    const bool was_signalled = _state != 0;
     _state = 1;
+    // Before waking: on one core the woken thread runs at once, and would only go to sleep again on the mutex.
+    pthread_mutex_unlock(&_mutex);
+    if (was_signalled) // whoever was waiting has been woken by the post that signalled, and will find this one
+        return;
     if (_autoreset)
         pthread_cond_signal(&_condition);
     else
         pthread_cond_broadcast(&_condition);
-    pthread_mutex_unlock(&_mutex);
 }
 
 } // namespace pt

@@ -12,7 +12,7 @@ namespace pt {
 /// An event: signalled or not. An auto-reset trigger lets one wait through per post and is then clear again; a
 /// manual one, once posted, stays signalled for good (there is no reset). Failing to create it is fatal
 /// (0xC0029, "Trigger failed").
-/// Thread: any thread, at the same time; must not be destroyed while somebody waits.
+/// Thread: any thread, at the same time; must not be destroyed while somebody waits or posts.
 class IPPCORELIB_EXPORT trigger
 {
 public:
@@ -29,7 +29,8 @@ public:
     /// Waits until the trigger is signalled, without limit.
     void wait();
 
-    /// Signals: wakes one waiter of an auto-reset trigger, all waiters of a manual one. Posts do not add up.
+    /// Signals: wakes one waiter of an auto-reset trigger, all waiters of a manual one. Posts do not add up. Makes no
+    /// system call when nobody waits.
     void post();
 
 private:
