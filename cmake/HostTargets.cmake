@@ -84,6 +84,8 @@ function(add_host_test name)
     gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
 
+add_custom_target(benchmarks)
+
 # add_host_benchmark(NAME
 #     SOURCES file...
 #     [LIBRARIES target...]
@@ -101,7 +103,18 @@ function(add_host_benchmark name)
     if(arg_QT)
         host_use_qt_generators(${name})
     endif()
+    add_dependencies(benchmarks ${name})
+    set(kind own)
     if(arg_GOOGLE)
         target_link_libraries(${name} PRIVATE benchmark::benchmark_main)
+        set(kind google)
     endif()
+    set_property(GLOBAL APPEND PROPERTY VYR_BENCHMARKS "${kind} $<TARGET_FILE:${name}>")
+endfunction()
+
+# Writes the list of all benchmarks, for bench/run.sh: own or google, and the path of the program.
+function(list_host_benchmarks)
+    get_property(benchmarks GLOBAL PROPERTY VYR_BENCHMARKS)
+    list(JOIN benchmarks "\n" lines)
+    file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/benchmarks.txt" CONTENT "${lines}\n")
 endfunction()
