@@ -237,7 +237,7 @@ TEST(Deadline, AWaitAcrossTheTurnOfASecondBeginsAnewAfterIt)
     const long leftOfTheSecond = (1'000'000 - now.tv_usec) / 1000;
     const auto start = Clock::now();
     EXPECT_FALSE(trigger.wait(40));
-    const long waited = since(start).count();
+    const auto waited = since(start).count();
     EXPECT_TRUE(waited >= leftOfTheSecond + 40 - 2 || leftOfTheSecond >= 40)
         << waited << " ms"; // or came here too late
 }

@@ -10,6 +10,7 @@
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
@@ -98,7 +99,7 @@ public:
         pthread_getattr_default_np(&_usual);
         pthread_attr_t huge;
         pthread_attr_init(&huge);
-        pthread_attr_setstacksize(&huge, std::size_t{1} << 50);
+        pthread_attr_setstacksize(&huge, std::numeric_limits<std::size_t>::max() - (std::size_t{1} << 20));
         pthread_setattr_default_np(&huge);
         pthread_attr_destroy(&huge);
     }
