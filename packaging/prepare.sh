@@ -4,13 +4,14 @@
 
 build="$root/build/release"
 
-packages=(
-    cmake g++ ninja-build pkg-config
+# What is built in or linked with, and what builds and runs the rest.
+libraries=(
     qtbase5-dev libconfig++-dev
     libopencv-calib3d-dev libopencv-core-dev libopencv-imgcodecs-dev libopencv-imgproc-dev libopencv-videoio-dev
-    fonts-open-sans xauth xvfb
+    fonts-open-sans
     libgmock-dev libgtest-dev
 )
+packages=(cmake g++ ninja-build pkg-config xauth xvfb "${libraries[@]}")
 
 # Installs the Debian packages of the list that are missing, and says which.
 install_missing_packages() {
