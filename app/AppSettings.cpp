@@ -11,11 +11,14 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <stdexcept>
 #include <system_error>
 #include <type_traits>
 
@@ -38,6 +41,10 @@ static_assert(offsetof(AppSettings, fps) < offsetof(AppSettings, currentApp));
 
 namespace {
 
+/// In bytes. The library's time grows with the square of the number of settings, so that a mebibyte of them would
+/// hold up the start for a minute; a file of ours has a few hundred bytes.
+constexpr int longestFile = 64 * 1024;
+
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 [[noreturn]] void throwLastError(const char* step)
@@ -51,16 +58,14 @@ void check(bool done, const char* step)
         throwLastError(step);
 }
 
-/// Opens the settings file for reading, as `Config::readFile` would.
-///
-/// The library ends the process when it is given a folder and waits for ever at a pipe without a writer, hence
-/// the look at what has been opened before it is handed over.
-File openForReading(const QByteArray& path)
+/// What the settings file holds. A pipe without a writer would be waited at for ever, hence the look at what has been
+/// opened.
+QByteArray readText(const QByteArray& path)
 {
     const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
         throw libconfig::FileIOException();
-    File file(::fdopen(descriptor, "r"), std::fclose);
+    const File file(::fdopen(descriptor, "r"), std::fclose);
     if (file == nullptr) {
         ::close(descriptor);
         throw libconfig::FileIOException();
@@ -68,7 +73,32 @@ File openForReading(const QByteArray& path)
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         throw libconfig::FileIOException();
-    return file;
+    if (status.st_size > longestFile)
+        throw std::length_error("too long");
+    QByteArray text(static_cast<int>(status.st_size), '\0');
+    const std::size_t length = std::fread(text.data(), 1, static_cast<std::size_t>(text.size()), file.get());
+    if (std::ferror(file.get()) != 0)
+        throw libconfig::FileIOException();
+    text.truncate(static_cast<int>(length));
+    return text;
+}
+
+/// Whether a line asks for another file to be read in its place. The library does that without a look at what it
+/// opens: it waits for ever at a pipe, and ends the process at a folder.
+bool includesAnotherFile(const QByteArray& text)
+{
+    const QList<QByteArray> lines = text.split('\n');
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const QByteArray& line) { return line.trimmed().startsWith("@include"); });
+}
+
+void parse(libconfig::Config& config, const QByteArray& text)
+{
+    if (text.contains('\0')) // where the library would take the text to end
+        throw std::invalid_argument("not a text");
+    if (includesAnotherFile(text))
+        throw std::invalid_argument("includes another file");
+    config.readString(text.constData());
 }
 
 /// Each value goes into its field as soon as it is read, so that what stands before a bad key is kept.
@@ -83,13 +113,16 @@ void readCamera(const libconfig::Setting& camera, AppSettings& settings)
     settings.width = camera["Width"];
     settings.height = camera["Height"];
     settings.binning = camera["Binning"];
-    settings.fps = camera["Fps"];
+    const float fps = camera["Fps"]; // infinite for a number that is beyond it
+    if (!std::isfinite(fps))
+        throw std::range_error("Fps is out of range");
+    settings.fps = fps;
 }
 
 void readFile(AppSettings& settings)
 {
     libconfig::Config config;
-    config.read(openForReading(settingsFilePath().toUtf8()).get());
+    parse(config, readText(settingsFilePath().toUtf8()));
     const libconfig::Setting& root = config.lookup("AppConfig");
     if (root.exists("Application"))
         readApplication(config.lookup("AppConfig.Application"), settings);
@@ -173,6 +206,8 @@ void flushFolder(const QByteArray& path)
 
 void writeFile(const AppSettings& settings)
 {
+    if (!std::isfinite(settings.fps)) // which the library can write, but not read
+        throw std::range_error("Fps is out of range");
     libconfig::Config config;
     fill(config, settings);
 
@@ -190,6 +225,8 @@ void writeFile(const AppSettings& settings)
     }
     Replacement replacement(target, mode);
     config.write(replacement.file());
+    if (std::ftell(replacement.file()) > longestFile)
+        throw std::length_error("too long");
     replacement.place();
     flushFolder(QFileInfo(path).path().toUtf8());
 }

@@ -52,6 +52,10 @@ QString settingsFilePath();
 /// has them and the others as they were, and is written anew with `saveSettings`. A missing group is no failure;
 /// its fields keep their values. Anything but a regular file, or a link to one, counts as missing.
 ///
+/// The file is read as one text: one that has an `@include` line, a byte of 0 or more than 64 KiB counts as one
+/// that cannot be parsed, and a frame rate that is beyond a float as one of another type. Whatever the file holds,
+/// reading it ends soon, and ends nothing else.
+///
 /// Thread: GUI thread.
 void loadSettings();
 
@@ -63,7 +67,9 @@ void loadSettings();
 /// and so is a file that the user may not write.
 ///
 /// Nothing is reported when it cannot be written, be it because the folder is missing (it is never created), is
-/// not writable or is full: the old file and the record stay as they are, and no other file is left behind.
+/// not writable or is full: the old file and the record stay as they are, and no other file is left behind. So
+/// they do when the file could not be read back: with a frame rate that is not finite, or with an app's name that
+/// makes it longer than 64 KiB.
 ///
 /// Thread: GUI thread.
 void saveSettings();

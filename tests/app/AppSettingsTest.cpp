@@ -14,6 +14,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstring>
+#include <limits>
 
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -129,6 +130,18 @@ protected:
         EXPECT_EQ(settings().height, 240);
         EXPECT_EQ(settings().binning, 5);
         EXPECT_EQ(settings().fps, 30.0F);
+    }
+
+    /// `text` is no settings file: nothing of it is taken over, and a complete file takes its place.
+    static void expectReplacedByTheDefaults(const QByteArray& text)
+    {
+        writeFile(settingsFilePath(), text);
+        loadSettings();
+        expectDefaults();
+        libconfig::Config config;
+        ASSERT_NO_THROW(parse(config));
+        EXPECT_EQ(static_cast<int>(config.lookup("AppConfig.Vyr.Width")), 320);
+        EXPECT_TRUE(config.exists("AppConfig.Application.CurrentApp"));
     }
 
     /// What lies in the folder: nothing but what a test expects may be left there.
@@ -374,6 +387,107 @@ TEST_F(AppSettingsTest, AnEmptyFileIsReplacedByTheDefaults)
     loadSettings();
     expectDefaults();
     EXPECT_GT(QFileInfo(settingsFilePath()).size(), 0);
+}
+
+TEST_F(AppSettingsTest, ALineThatIncludesAFolderIsASyntaxError)
+{
+    expectReplacedByTheDefaults(QByteArray(completeFile) + "@include \"/\"\n");
+}
+
+TEST_F(AppSettingsTest, ALineThatIncludesAPipeIsASyntaxError)
+{
+    const QString pipe = settingsFolder().filePath("pipe");
+    ASSERT_EQ(::mkfifo(pipe.toUtf8(), 0600), 0);
+    expectReplacedByTheDefaults(" \t@include \"" + pipe.toUtf8() + "\"\n");
+}
+
+TEST_F(AppSettingsTest, ALineThatIncludesTheFileItselfIsASyntaxError)
+{
+    expectReplacedByTheDefaults(QByteArray(completeFile) + "@include \"" + settingsFilePath().toUtf8() + "\"\n");
+}
+
+TEST_F(AppSettingsTest, ALineThatIncludesAnotherFileIsASyntaxError)
+{
+    const QString other = settingsFolder().filePath("other.cfg");
+    writeFile(other, completeFile);
+    expectReplacedByTheDefaults("@include \"" + other.toUtf8() + "\"\n");
+    EXPECT_EQ(readFile(other), completeFile);
+}
+
+TEST_F(AppSettingsTest, AnAppMayBeNamedLikeAnInclude)
+{
+    settings().currentApp = "\n@include \"/\"\n";
+    saveSettings();
+    settings() = AppSettings();
+    loadSettings();
+    EXPECT_EQ(settings().currentApp, "\n@include \"/\"\n");
+}
+
+TEST_F(AppSettingsTest, AZeroByteIsASyntaxError)
+{
+    expectReplacedByTheDefaults(QByteArray(completeFile) + '\0');
+}
+
+TEST_F(AppSettingsTest, SixtyFourKibibytesAreRead)
+{
+    writeFile(settingsFilePath(), QByteArray(completeFile).leftJustified(64 * 1024, ' '));
+    loadSettings();
+    EXPECT_EQ(settings().width, 640);
+}
+
+TEST_F(AppSettingsTest, AByteMoreIsASyntaxError)
+{
+    expectReplacedByTheDefaults(QByteArray(completeFile).leftJustified(64 * 1024 + 1, ' '));
+}
+
+TEST_F(AppSettingsTest, AFrameRateBeyondAFloatStopsThereAndRewritesTheFile)
+{
+    for (const char* const fps : {"1e39", "-1e39", "1e999"}) {
+        settings() = AppSettings();
+        writeFile(settingsFilePath(), QByteArray(completeFile).replace("15.5", fps));
+        loadSettings();
+        EXPECT_EQ(settings().binning, 10);
+        EXPECT_EQ(settings().fps, 30.0F);
+        libconfig::Config config;
+        ASSERT_NO_THROW(parse(config)) << fps;
+        EXPECT_EQ(static_cast<double>(config.lookup("AppConfig.Vyr.Fps")), 30.0);
+    }
+}
+
+TEST_F(AppSettingsTest, AFrameRateThatIsNotFiniteIsNotWritten)
+{
+    writeFile(settingsFilePath(), completeFile);
+    using Limits = std::numeric_limits<float>;
+    for (const float fps : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+        settings().fps = fps;
+        saveSettings();
+        EXPECT_EQ(readFile(settingsFilePath()), completeFile);
+    }
+}
+
+TEST_F(AppSettingsTest, EveryFiniteFrameRateIsReadBack)
+{
+    using Limits = std::numeric_limits<float>;
+    for (const float fps : {0.0F, -0.0F, 0.1F, 1.0F / 3, 1e20F, Limits::max(), Limits::lowest(), Limits::min(),
+                            Limits::denorm_min(), Limits::epsilon()}) {
+        settings().fps = fps;
+        saveSettings();
+        settings() = AppSettings();
+        loadSettings();
+        EXPECT_EQ(settings().fps, fps);
+    }
+}
+
+TEST_F(AppSettingsTest, AnAppNameThatMakesTheFileTooLongToBeReadIsNotWritten)
+{
+    settings().currentApp = QString(60 * 1024, 'x');
+    saveSettings();
+    const QByteArray text = readFile(settingsFilePath());
+    EXPECT_GT(text.size(), 60 * 1024);
+    settings().currentApp = QString(64 * 1024, 'y');
+    saveSettings();
+    EXPECT_EQ(readFile(settingsFilePath()), text);
+    EXPECT_EQ(entries(), QStringList("DashboardSettings.cfg"));
 }
 
 TEST_F(AppSettingsTest, ExtraKeysAreIgnoredAndGoneAfterTheNextSave)
