@@ -8,6 +8,8 @@
 #include <libs/QtSolutions/qtsingleapplication/MessageServer.h>
 
 #include <tests/support/OffscreenLeaks.h>
+#include <tests/support/ProcessFigures.h>
+#include <tests/support/RawConnection.h>
 
 #include <gtest/gtest.h>
 
@@ -22,7 +24,6 @@
 #include <QTest>
 #include <QWidget>
 
-#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <memory>
@@ -112,58 +113,12 @@ public:
         _process.waitForFinished(limit);
     }
 
-    qint64 residentBytes() const
-    {
-        QFile file(QString("/proc/%1/statm").arg(pid()));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * ::getpagesize() : 0;
-    }
+    qint64 residentBytes() const { return ::residentBytes(pid()); }
 
-    int openFiles() const
-    {
-        return QDir(QString("/proc/%1/fd").arg(pid())).entryList(QDir::Files | QDir::System).size();
-    }
+    int openFiles() const { return ::openFiles(pid()); }
 
 private:
     QProcess _process;
-};
-
-/// A plain socket that can misbehave.
-class RawConnection
-{
-public:
-    explicit RawConnection(const QString& path)
-    {
-        sockaddr_un address = {};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, path.toUtf8(), sizeof address.sun_path - 1);
-        _connected = ::connect(_descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-    }
-
-    ~RawConnection() { ::close(_descriptor); }
-
-    RawConnection(const RawConnection&) = delete;
-    RawConnection& operator=(const RawConnection&) = delete;
-
-    bool connected() const { return _connected; }
-
-    bool write(const QByteArray& bytes)
-    {
-        return ::send(_descriptor, bytes.constData(), static_cast<size_t>(bytes.size()), MSG_NOSIGNAL) == bytes.size();
-    }
-
-    /// Whether the other side ends the connection within `milliseconds`, without a word.
-    bool isEndedWithin(int milliseconds)
-    {
-        timeval time = {milliseconds / 1000, milliseconds % 1000 * 1000};
-        ::setsockopt(_descriptor, SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
-        char byte = 0;
-        const ssize_t got = ::recv(_descriptor, &byte, 1, 0);
-        return got == 0 || (got < 0 && errno == ECONNRESET);
-    }
-
-private:
-    int _descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    bool _connected = false;
 };
 
 class SingleApplicationTest : public testing::Test
@@ -538,6 +493,32 @@ TEST_F(SingleApplicationTest, AThousandSilentConnectionsLeaveRoomForAMessage)
     EXPECT_LT(first->openFiles(), MessageServer::connectionLimit + 30);
     EXPECT_LT(first->residentBytes() - before, 32 << 20);
     ::setrlimit(RLIMIT_NOFILE, &files);
+}
+
+TEST_F(SingleApplicationTest, AnInstanceThatRunsOutOfDescriptorsStillAnswers)
+{
+    const auto first = startFirst();
+    const rlimit few = {static_cast<rlim_t>(first->openFiles()) + 3, static_cast<rlim_t>(first->openFiles()) + 3};
+    ASSERT_EQ(::prlimit(first->pid(), RLIMIT_NOFILE, &few, nullptr), 0);
+    std::vector<std::unique_ptr<RawConnection>> connections;
+    for (int i = 0; i < 2 * MessageServer::connectionLimit; ++i)
+        connections.push_back(std::make_unique<RawConnection>(only("socket")));
+    expectStillAnswers(*first);
+}
+
+TEST_F(SingleApplicationTest, AnInstanceWithoutADescriptorAnswersOnceItHasOne)
+{
+    const auto first = startFirst();
+    rlimit before = {};
+    ASSERT_EQ(::prlimit(first->pid(), RLIMIT_NOFILE, nullptr, &before), 0);
+    const rlimit none = {3, before.rlim_max};
+    ASSERT_EQ(::prlimit(first->pid(), RLIMIT_NOFILE, &none, nullptr), 0);
+    const auto second = start("waits", limit);
+    QTest::qWait(5 * MessageServer::pause); // time for some vain attempts, most of the time
+    EXPECT_TRUE(second->runs());
+    ASSERT_EQ(::prlimit(first->pid(), RLIMIT_NOFILE, &before, nullptr), 0);
+    EXPECT_EQ(second->exitCode(), 0);
+    EXPECT_EQ(first->line(), "message 5 waits restored");
 }
 
 TEST_F(SingleApplicationTest, ConnectionsThatEndAtOnceLeaveNothingBehind)
