@@ -17,6 +17,9 @@ class QWidget;
 /// A life: loaded and asked who it is → initialize() → (start() … stop()) any number of times → end of the process.
 /// While it is current it also gets updatePending(), update() and handleKeyEvent(). Apps are never unloaded.
 ///
+/// An app that throws before it is accepted, by its constructor or while it is asked who it is, is left out as if it
+/// were not there. What it throws later ends the process, as does what its library's static initializers throw.
+///
 /// The host calls by slot: the order of the operations is fixed, and there is no virtual destructor.
 /// Ownership: the plug-in object belongs to Qt's plug-in loader.
 /// Thread: GUI thread, all of it. During start(), stop(), updatePending(), update() and handleKeyEvent() the host holds
@@ -44,6 +47,8 @@ public:
     virtual void start() = 0;
 
     /// Another app becomes current, the capture mode is about to change, or the window closes: stop nodes and camera.
+    /// The host waits for it, however long it takes, and stopping a node waits for its Process() to return: release
+    /// first whatever a worker may be waiting for.
     virtual void stop() = 0;
 
     /// Whether update() has anything to draw. Polled whenever the event loop is idle, so it must be quick.

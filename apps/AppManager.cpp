@@ -18,6 +18,8 @@
 #include <QMutexLocker>
 #include <QPluginLoader>
 
+#include <exception>
+
 namespace {
 
 // Off until a rule turns it on: users are not told of files that are no apps.
@@ -27,6 +29,16 @@ void clear(StatusBarText* field)
 {
     if (field != nullptr)
         field->setStatusText(QString());
+}
+
+/// Loads the library itself. An exception out of its static initializers deliberately ends the process: the system's
+/// loader would never let go of its lock, and the next thread to load anything would wait for it for ever.
+void loadLibrary(QPluginLoader& loader) noexcept
+{
+    // All symbols at once: were they looked up as they are called, a library that lacks one would be taken for an app
+    // and would end the process later.
+    loader.setLoadHints(loader.loadHints() | QLibrary::ResolveAllSymbolsHint);
+    loader.load();
 }
 
 } // namespace
@@ -48,22 +60,35 @@ bool AppManager::loadAppsFrom(const QDir& folder)
     const QStringList names = folder.entryList({QStringLiteral("*App.so")}, files);
     for (const QString& name : names) {
         QPluginLoader loader(folder.absoluteFilePath(name));
-        loader.load();
-        auto* const app = qobject_cast<AppInterface*>(loader.instance());
-        if (app == nullptr) {
-            // Deliberately not unloaded: a library that is no app may already have registered things with the
-            // process that would be left dangling.
-            qCWarning(appsLog) << "Not an app:" << loader.fileName() << loader.errorString();
-            continue;
+        try {
+            load(loader);
+        } catch (const std::exception& error) {
+            qCWarning(appsLog) << "Failed while loading:" << loader.fileName() << error.what();
+        } catch (...) {
+            qCWarning(appsLog) << "Failed while loading:" << loader.fileName();
         }
-        if (!isUsable(*app)) {
-            qCInfo(appsLog) << "Requires a camera:" << loader.fileName();
-            loader.unload();
-            continue;
-        }
-        accept(app);
     }
     return !_apps.isEmpty();
+}
+
+/// Loads one file and accepts its app if it has one. What the app throws meanwhile comes out, and then it is not
+/// accepted; like what is no app, it stays loaded.
+void AppManager::load(QPluginLoader& loader)
+{
+    loadLibrary(loader);
+    auto* const app = qobject_cast<AppInterface*>(loader.instance());
+    if (app == nullptr) {
+        // Deliberately not unloaded: a library that is no app may already have registered things with the process that
+        // would be left dangling.
+        qCWarning(appsLog) << "Not an app:" << loader.fileName() << loader.errorString();
+        return;
+    }
+    if (!isUsable(*app)) {
+        qCInfo(appsLog) << "Requires a camera:" << loader.fileName();
+        loader.unload();
+        return;
+    }
+    accept(app);
 }
 
 bool AppManager::isUsable(AppInterface& app) const

@@ -13,6 +13,7 @@ class AppInterface;
 class HostEnvironmentInterface;
 class QDir;
 class QEvent;
+class QPluginLoader;
 
 /// Keeps the accepted apps and drives the current one; a base of the main window.
 ///
@@ -37,7 +38,9 @@ public:
     /// Loads the apps that lie in the folder of the running executable. True when at least one was accepted.
     ///
     /// To be called once, after the camera node exists: apps that require a camera are accepted only when it is open.
-    /// A file that is no app is skipped and nothing is reported.
+    /// A file that is no app is skipped and nothing is reported. So is one whose app throws before it is accepted:
+    /// while it is constructed, or out of requiresCamera(), name(), version(), description() or icon().
+    /// Later exceptions are not caught, nor are those of a library's static initializers: they end the process.
     bool loadApps();
 
     /// Does the same with the apps of a folder: its regular files named *App.so, by name without regard to case.
@@ -83,6 +86,7 @@ protected:
     ~AppManager() = default;
 
 private:
+    void load(QPluginLoader& loader);
     void accept(AppInterface* app);
     bool isUsable(AppInterface& app) const;
 

@@ -19,12 +19,14 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QKeyEvent>
+#include <QLoggingCategory>
 #include <QTemporaryDir>
 
-#include <sys/stat.h>
-
 #include <memory>
+#include <stdexcept>
 #include <type_traits>
+
+#include <sys/stat.h>
 
 // Apps are called by slot: a destructor among them would move every one of the slots.
 static_assert(std::is_polymorphic_v<AppInterface> && !std::has_virtual_destructor_v<AppInterface>);
@@ -114,7 +116,7 @@ protected:
 
     void TearDown() override { QDir(QCoreApplication::applicationDirPath() + "/settings").removeRecursively(); }
 
-    void install(const QString& name, const QString& fileName) { TestApps::install(name, folder(), fileName); }
+    void install(const QString& name, const QString& fileName) const { TestApps::install(name, folder(), fileName); }
 
     QDir folder() const { return QDir(_folder.path()); }
 
@@ -223,7 +225,6 @@ TEST_F(AppManagerTest, VisitsNoNamesOfAnotherCase)
 TEST_F(AppManagerTest, SkipsWhatIsNoPlugIn)
 {
     install("NoPlugin", "aApp.so");
-    install("MissingSymbol", "bApp.so");
     QFile text(folder().filePath("cApp.so"));
     ASSERT_TRUE(text.open(QIODevice::WriteOnly));
     text.write("not a library");
@@ -235,6 +236,105 @@ TEST_F(AppManagerTest, SkipsWhatIsNoPlugIn)
     EXPECT_TRUE(load());
     EXPECT_EQ(names(), QStringList("One"));
     EXPECT_EQ(manager.apps().firstKey(), 0);
+}
+
+TEST_F(AppManagerTest, SkipsAnAppThatLacksASymbol)
+{
+    install("MissingSymbol", "aApp.so");
+    install("One", "bApp.so");
+    EXPECT_TRUE(load());
+    EXPECT_EQ(names(), QStringList("One"));
+    EXPECT_TRUE(TestApps::log().filter("MissingSymbol").isEmpty());
+}
+
+class AppManagerThrowTest : public AppManagerTest, public testing::WithParamInterface<const char*>
+{
+};
+
+const char* throwingOperation = nullptr;
+
+/// Throws in one operation of the app One.
+void throwInOne(const char* app, const char* operation)
+{
+    TestApps::note(app, operation);
+    if (qstrcmp(app, "One") == 0 && qstrcmp(operation, throwingOperation) == 0)
+        throw std::runtime_error("no app today");
+}
+
+TEST_P(AppManagerThrowTest, SkipsAnAppThatThrowsBeforeItIsAccepted)
+{
+    throwingOperation = GetParam();
+    install("One", "aApp.so");
+    install("Two", "bApp.so");
+    TestApps::setProbe(throwInOne);
+    EXPECT_TRUE(load());
+    EXPECT_EQ(names(), QStringList("Two"));
+    EXPECT_EQ(manager.apps().keys(), QList<int>({0}));
+    EXPECT_EQ(TestApps::log().filter("One.").last(), QString("One.%1").arg(GetParam()));
+    manager.initializeApps();
+    EXPECT_EQ(TestApps::logged("initialize"), QStringList("Two.initialize"));
+}
+
+INSTANTIATE_TEST_SUITE_P(While, AppManagerThrowTest,
+                         testing::Values("constructed", "requiresCamera", "name", "version", "description", "icon"),
+                         [](const auto& operation) { return std::string(operation.param); });
+
+TEST_F(AppManagerTest, SkipsAnAppThatThrowsAnythingElse)
+{
+    install("One", "aApp.so");
+    TestApps::setProbe([](const char*, const char*) { throw 1; });
+    EXPECT_FALSE(load());
+}
+
+TEST_F(AppManagerTest, WhatAnAcceptedAppThrowsIsNotCaught)
+{
+    install("One", "aApp.so");
+    ASSERT_TRUE(load());
+    throwingOperation = "initialize";
+    TestApps::setProbe(throwInOne);
+    EXPECT_THROW(manager.initializeApps(), std::runtime_error);
+    throwingOperation = "start";
+    EXPECT_THROW(manager.setCurrentApp(0), std::runtime_error);
+    EXPECT_TRUE(manager.appLock().tryLock()) << "the lock has been left behind";
+    manager.appLock().unlock();
+}
+
+TEST_F(AppManagerTest, ALibraryWhoseStaticInitializerThrowsEndsTheProcess)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    install("ThrowingInitializer", "aApp.so");
+    EXPECT_DEATH(load(), "this library has no place here");
+}
+
+QStringList messages;
+
+void keepMessage(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    messages.append(text);
+}
+
+TEST_F(AppManagerTest, TellsOfSkippedFilesOnlyWhereItIsAskedTo)
+{
+    throwingOperation = "icon";
+    TestApps::setProbe(throwInOne);
+    install("One", "aApp.so");
+    install("NoPlugin", "bApp.so");
+    install("Camera", "cApp.so");
+    messages.clear();
+    const QtMessageHandler before = qInstallMessageHandler(keepMessage);
+    load(false);
+    EXPECT_TRUE(messages.isEmpty());
+    QLoggingCategory::setFilterRules("vyr.apps=true");
+    load(false);
+    QLoggingCategory::setFilterRules(QString());
+    qInstallMessageHandler(before);
+    ASSERT_EQ(messages.size(), 3);
+    EXPECT_TRUE(messages[0].startsWith("Failed while loading:") && messages[0].contains("aApp.so")
+                && messages[0].endsWith("no app today"))
+        << qPrintable(messages[0]);
+    EXPECT_TRUE(messages[1].startsWith("Not an app:") && messages[1].contains("bApp.so")) << qPrintable(messages[1]);
+    EXPECT_TRUE(messages[2].startsWith("Requires a camera:") && messages[2].contains("cApp.so"))
+        << qPrintable(messages[2]);
 }
 
 TEST_F(AppManagerTest, SkipsAnUnreadableFile)
