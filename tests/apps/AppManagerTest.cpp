@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QDockWidget>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
@@ -26,6 +27,8 @@
 #include <stdexcept>
 #include <type_traits>
 
+#include <dlfcn.h>
+#include <elf.h>
 #include <sys/stat.h>
 
 // Apps are called by slot: a destructor among them would move every one of the slots.
@@ -117,6 +120,22 @@ protected:
     void TearDown() override { QDir(QCoreApplication::applicationDirPath() + "/settings").removeRecursively(); }
 
     void install(const QString& name, const QString& fileName) const { TestApps::install(name, folder(), fileName); }
+
+    void write(const QString& fileName, const QByteArray& bytes) const
+    {
+        QFile file(folder().filePath(fileName));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    /// The bytes of a library of the fixtures folder.
+    QByteArray library(const QString& name) const
+    {
+        install(name, "library");
+        QFile file(folder().filePath("library"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
 
     QDir folder() const { return QDir(_folder.path()); }
 
@@ -245,6 +264,33 @@ TEST_F(AppManagerTest, SkipsAnAppThatLacksASymbol)
     EXPECT_TRUE(load());
     EXPECT_EQ(names(), QStringList("One"));
     EXPECT_TRUE(TestApps::log().filter("MissingSymbol").isEmpty());
+}
+
+TEST_F(AppManagerTest, SkipsALibraryThatWasCutShort)
+{
+    const QByteArray whole = library("One");
+    for (int part = 0; part < 32; ++part)
+        write(QString("%1App.so").arg(part), whole.left(whole.size() * part / 32));
+    write("LastByteApp.so", whole.chopped(1));
+    EXPECT_FALSE(load());
+    EXPECT_TRUE(TestApps::log().isEmpty());
+}
+
+TEST_F(AppManagerTest, SkipsALibraryOfAnotherKindOfMachine)
+{
+    const QByteArray own = library("One");
+    ASSERT_TRUE(own.startsWith("\177ELF"));
+    QByteArray otherMachine = own;
+    otherMachine[18] = static_cast<char>(~own[18]); // the low byte of the machine's number
+    write("aApp.so", otherMachine);
+    QByteArray otherWidth = own;
+    otherWidth[4] = own[4] == ELFCLASS64 ? ELFCLASS32 : ELFCLASS64;
+    write("bApp.so", otherWidth);
+    QByteArray otherByteOrder = own;
+    otherByteOrder[5] = own[5] == ELFDATA2LSB ? ELFDATA2MSB : ELFDATA2LSB;
+    write("cApp.so", otherByteOrder);
+    EXPECT_FALSE(load());
+    EXPECT_TRUE(TestApps::log().isEmpty());
 }
 
 class AppManagerThrowTest : public AppManagerTest, public testing::WithParamInterface<const char*>
@@ -546,6 +592,55 @@ TEST_F(AppManagerTest, WithoutACurrentAppNobodyIsCalled)
     manager.startCurrentApp();
     manager.stopCurrentApp();
     EXPECT_TRUE(TestApps::log().isEmpty());
+}
+
+TEST_F(AppManagerTest, OfTwoAppsOfOneNameBothAreListedAndTheFirstIsFoundByIt)
+{
+    install("Two", "aApp.so");
+    install("One", "bApp.so");
+    install("One", "cApp.so");
+    ASSERT_TRUE(load());
+    EXPECT_EQ(names(), QStringList({"Two", "One", "One"}));
+    EXPECT_NE(manager.apps().value(1), manager.apps().value(2));
+    manager.initializeApps();
+    manager.setCurrentApp(2);
+    EXPECT_EQ(manager.currentApp(), manager.apps().value(2)) << "by its index the second can be had";
+    EXPECT_EQ(AppSettings::instance().currentApp, "One");
+    EXPECT_EQ(manager.startAppIndex(AppSettings::instance().currentApp), 1) << "and the next run starts the first";
+}
+
+/// The file that an app's code is in.
+QString fileOf(const AppInterface* app)
+{
+    Dl_info info{};
+    dladdr(*reinterpret_cast<const void* const*>(app), &info);
+    return QFileInfo(QString::fromUtf8(info.dli_fname)).fileName();
+}
+
+int openDescriptors()
+{
+    return QDir("/proc/self/fd").entryList(QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+TEST_F(AppManagerTest, AcceptsTwoHundredAppsInOrderAndKeepsNoFileOpen)
+{
+    constexpr int count = 200;
+    QStringList files;
+    for (int i = 0; i < count; ++i) {
+        files.append(QString("%1App.so").arg(i, 3, 10, QChar('0')));
+        install("One", files.last());
+    }
+    const int descriptors = openDescriptors();
+    ASSERT_TRUE(load());
+    EXPECT_EQ(openDescriptors(), descriptors);
+    ASSERT_EQ(manager.apps().size(), count);
+    EXPECT_EQ(manager.appInfos().size(), count);
+    for (int i = 0; i < count; ++i)
+        EXPECT_EQ(fileOf(manager.apps().value(i)), files.at(i));
+    manager.initializeApps();
+    EXPECT_EQ(TestApps::logged("initialize").size(), count);
+    manager.setCurrentApp(count - 1);
+    EXPECT_EQ(manager.currentApp(), manager.apps().last());
 }
 
 TEST_F(AppManagerTest, AppsStayLoadedAfterTheRegistryIsGone)
