@@ -58,10 +58,8 @@ ApplicationWindow::ApplicationWindow()
 ApplicationWindow::~ApplicationWindow()
 {
     // A program that leaves its event loop without closing the window has an app that still runs.
-    if (!_closed) {
-        _frameTimer.stop();
-        stopCurrentApp();
-    }
+    _frameTimer.stop();
+    stopCurrentApp();
     // The camera's callback thread ends before the docks and fields that it reaches are gone.
     _camera.reset();
 }
@@ -184,7 +182,6 @@ bool ApplicationWindow::event(QEvent* event)
 
 void ApplicationWindow::closeEvent(QCloseEvent* event)
 {
-    _closed = true;
     _frameTimer.stop();
     stopCurrentApp();
     _camera->StopProcessing();

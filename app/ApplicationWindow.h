@@ -19,8 +19,8 @@ class QTabWidget;
 /// The one top-level window: docks, menus, status bar, the camera node, the apps and the timer that polls them.
 ///
 /// Making it reads the settings file, opens the camera, loads the apps and starts one. Closing it stops the app and
-/// the camera and writes the settings file; deleting one that was never closed stops them too. What it found
-/// at the start, apps and camera, stays what it has.
+/// the camera and writes the settings file; deleting one that was never closed stops them too. The app is told to stop
+/// once, however often the window is closed. What it found at the start, apps and camera, stays what it has.
 ///
 /// Ownership: owns the camera node; is the host of all apps.
 /// Thread: GUI thread. The camera's status text comes from the camera callback thread too, which the status field
@@ -75,5 +75,4 @@ private:
     QTimer _frameTimer;
     std::unique_ptr<VYRCameraDevice> _camera;
     VYRResolutionInfo _currentResolution{};
-    bool _closed = false; ///< the app and the camera have been stopped
 };

@@ -128,12 +128,12 @@ void AppManager::setCurrentApp(int index)
         return;
     const QMutexLocker locker(&_appLock);
     if (AppInterface* const previous = currentApp())
-        previous->stop();
+        stop(*previous);
     clear(_host->statusText(0));
     clear(_host->statusText(1));
     _host->bottomDock()->hide();
     _currentAppIndex = index;
-    next->start();
+    start(*next);
     AppSettings::instance().currentApp = next->name();
     saveSettings();
 }
@@ -142,7 +142,7 @@ void AppManager::startCurrentApp()
 {
     if (AppInterface* const app = currentApp()) {
         const QMutexLocker locker(&_appLock);
-        app->start();
+        start(*app);
     }
 }
 
@@ -150,8 +150,23 @@ void AppManager::stopCurrentApp()
 {
     if (AppInterface* const app = currentApp()) {
         const QMutexLocker locker(&_appLock);
-        app->stop();
+        stop(*app);
     }
+}
+
+void AppManager::start(AppInterface& app)
+{
+    _started = true;
+    app.start();
+}
+
+/// Apps are told once: a window may be closed more than once, and may go without having been closed.
+void AppManager::stop(AppInterface& app)
+{
+    if (!_started)
+        return;
+    _started = false;
+    app.stop();
 }
 
 void AppManager::pollCurrentApp()

@@ -54,7 +54,8 @@ public:
 
     /// Makes the app at `index` current: stops the current app if there is one, clears both status fields, hides the
     /// bottom dock, starts the new one, and saves its name in the settings file. The current app itself is no
-    /// exception: it is stopped and started. An index without an app changes nothing.
+    /// exception: it is stopped and started. An app that has been stopped already is not stopped again. An index
+    /// without an app changes nothing.
     void setCurrentApp(int index);
 
     /// The current app's index; -1 before the first switch.
@@ -72,8 +73,10 @@ public:
     /// The app lock.
     QMutex& appLock() { return _appLock; }
 
-    /// Tells the current app to start or to stop; without one nothing happens.
+    /// Tells the current app to start; without one nothing happens.
     void startCurrentApp();
+
+    /// Tells the current app to stop; without one, and when it has been stopped already, nothing happens.
     void stopCurrentApp();
 
     /// Lets the current app draw if it has anything pending.
@@ -89,8 +92,11 @@ private:
     void load(QPluginLoader& loader);
     void accept(AppInterface* app);
     bool isUsable(AppInterface& app) const;
+    void start(AppInterface& app);
+    void stop(AppInterface& app);
 
     int _currentAppIndex = -1;
+    bool _started = false; ///< the current app, and not stopped since
     HostEnvironmentInterface* _host = nullptr;
     QMap<int, AppInterface*> _apps;
     QList<AppInfo> _infos;

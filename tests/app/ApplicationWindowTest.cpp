@@ -1139,6 +1139,37 @@ TEST_F(ApplicationWindowTest, DestructionAfterClosingDoesNotStopTheAppAgain)
     EXPECT_EQ(TestApps::log(), QStringList("One.stop"));
 }
 
+TEST_F(ApplicationWindowTest, ClosingTwiceStopsTheAppOnce)
+{
+    openWithTwoApps();
+    window->show();
+    TestApps::log().clear();
+    EXPECT_TRUE(window->close());
+    QFile::remove(settingsFilePath());
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(TestApps::log(), QStringList("One.stop"));
+    EXPECT_TRUE(QFile::exists(settingsFilePath())) << "the rest is done as often as it is asked for";
+    window.reset();
+    EXPECT_EQ(TestApps::log(), QStringList("One.stop"));
+}
+
+TEST_F(ApplicationWindowTest, AnAppThatIsStartedAfterTheWindowWasClosedIsStoppedBeforeTheCameraGoes)
+{
+    openWithTwoApps();
+    window->show();
+    EXPECT_TRUE(window->close());
+    TestApps::log().clear();
+    window->changeApp(1); // as a settings dialog does that was still open
+    EXPECT_EQ(TestApps::log().filter(QRegularExpression("start|stop")), QStringList("Two.start"));
+    FakeVYR::clearCalls();
+    TestApps::setProbe([](const char* app, const char* operation) {
+        TestApps::log().append(QString("%1.%2 calls=%3").arg(app, operation).arg(FakeVYR::calls().size()));
+    });
+    TestApps::log().clear();
+    window.reset();
+    EXPECT_EQ(TestApps::log(), QStringList("Two.stop calls=0"));
+}
+
 TEST_F(ApplicationWindowTest, DestructionClosesTheCameraAndLeavesTheAppsLoaded)
 {
     openWithTwoApps();

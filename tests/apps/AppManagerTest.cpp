@@ -594,6 +594,20 @@ TEST_F(AppManagerTest, WithoutACurrentAppNobodyIsCalled)
     EXPECT_TRUE(TestApps::log().isEmpty());
 }
 
+TEST_F(AppManagerTest, AnAppThatWasStoppedIsNotStoppedAgainUntilItIsStarted)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::log().clear();
+    manager.stopCurrentApp();
+    manager.stopCurrentApp();
+    manager.startCurrentApp();
+    manager.stopCurrentApp();
+    manager.setCurrentApp(1);
+    EXPECT_EQ(TestApps::log().filter(QRegularExpression("start|stop")),
+              QStringList({"One.stop", "One.start", "One.stop", "Two.start"}));
+}
+
 TEST_F(AppManagerTest, OfTwoAppsOfOneNameBothAreListedAndTheFirstIsFoundByIt)
 {
     install("Two", "aApp.so");
