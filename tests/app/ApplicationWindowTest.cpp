@@ -9,8 +9,10 @@
 #include <app/Vendor.h>
 #include <apps/AppInterface.h>
 #include <apps/TestAppsFolder.h>
+#include <apps/fixtures/HoldingGate.h>
 #include <camera/VYRCameraDevice.h>
 #include <settings/SettingsDialog.h>
+#include <support/WaitFor.h>
 
 #include <FakeVYR.h>
 
@@ -39,6 +41,8 @@
 #include <functional>
 #include <memory>
 #include <thread>
+
+#include <malloc.h>
 
 namespace {
 
@@ -1055,6 +1059,152 @@ TEST_F(ApplicationWindowTest, AnAppMayRunTheCameraThroughAResolutionChange)
     window->changeResolution({640, 480, 0, 20.0F, 0.5F, 60.0F});
     EXPECT_TRUE(FakeVYR::isStreaming());
     EXPECT_TRUE(field(0)->text().startsWith("Resolution: 640x480, Binning: 1x1"));
+}
+
+// Apps that do not get on.
+
+class ApplicationWindowAndHoldingAppTest : public ApplicationWindowTest
+{
+protected:
+    void SetUp() override
+    {
+        ApplicationWindowTest::SetUp();
+        qApp->setProperty("holdingApp.gate", QVariant::fromValue<quintptr>(reinterpret_cast<quintptr>(&gate)));
+        install("Holding");
+    }
+
+    void TearDown() override
+    {
+        gate.open(); // whatever has failed
+        ApplicationWindowTest::TearDown();
+    }
+
+    /// Emits as many frames as a camera does in `count` / 200 seconds.
+    void emitFrames(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            FakeVYR::emitFrame(50 * ++_frames);
+    }
+
+    /// Opens the window with a worker that has come to stand still over its first frame.
+    void openAndHoldAFrame()
+    {
+        gate.holdsFrames = true;
+        install("Two");
+        open();
+        window->show();
+        ASSERT_EQ(window->windowTitle(), "VYR Dashboard - Holding");
+        emitFrames(1);
+        ASSERT_TRUE(waitFor([this] { return gate.waiting == 1; }));
+    }
+
+    /// Does something that stops the app; what holds the worker goes away only when the app is already being stopped.
+    /// True when the worker was waited for.
+    bool waitsForTheWorker(const std::function<void()>& action)
+    {
+        std::atomic<bool> done{false};
+        std::atomic<bool> doneTooEarly{false};
+        std::thread elsewhere([&] {
+            waitFor([this] { return gate.stopping.load(); });
+            emitFrames(1000);
+            doneTooEarly = done.load();
+            gate.open();
+        });
+        action();
+        done = true;
+        elsewhere.join();
+        return gate.stopping && !doneTooEarly;
+    }
+
+    bool isPolled()
+    {
+        const int before = gate.polls;
+        return QTest::qWaitFor([&] { return gate.polls > before + 10; }, limit);
+    }
+
+    HoldingGate gate;
+
+private:
+    std::uint32_t _frames = 0;
+};
+
+TEST_F(ApplicationWindowAndHoldingAppTest, AnAppThatIsSlowToStartIsWaitedForWhileFramesAreDropped)
+{
+    gate.holdsStart = true;
+    std::thread library([this] {
+        waitFor([this] { return gate.waiting == 1; });
+        emitFrames(1000);
+        gate.open();
+    });
+    open();
+    library.join();
+    window->show();
+    EXPECT_EQ(window->windowTitle(), "VYR Dashboard - Holding");
+    EXPECT_TRUE(isPolled());
+    EXPECT_EQ(gate.queued, 31) << "the rest is gone";
+    EXPECT_TRUE(waitFor([this] { return gate.frames == 31; }));
+    emitFrames(1);
+    EXPECT_TRUE(waitFor([this] { return gate.frames == 32; })) << "and new ones come";
+    emitFrames(200);
+    EXPECT_TRUE(field(0)->text().contains("FPS:  200.000")) << qPrintable(field(0)->text());
+}
+
+TEST_F(ApplicationWindowAndHoldingAppTest, AWorkerThatNeverFinishesAFrameLeavesTheWindowAndTheOtherWorkersAlive)
+{
+    openAndHoldAFrame();
+    emitFrames(1000);
+    EXPECT_TRUE(isPolled());
+    const auto before = mallinfo2().uordblks;
+    std::thread library([this] { emitFrames(10'000); });
+    library.join();
+    EXPECT_TRUE(isPolled());
+    EXPECT_LT(mallinfo2().uordblks, before + 64 * 1024) << "six bytes a frame";
+    EXPECT_EQ(window->cameraDevice()->Size(), 31);
+    EXPECT_EQ(gate.frames, 0);
+    const int steps = gate.steps;
+    EXPECT_TRUE(waitFor([&] { return gate.steps > steps + 3; })) << "the other worker";
+    EXPECT_TRUE(field(0)->text().contains("FPS:  200.000")) << "the camera is measured on";
+    QTest::keyClick(window.get(), Qt::Key_A);
+    inDialog([](SettingsDialog& dialog) { EXPECT_EQ(dialog.tabWidget()->count(), 3); });
+    trigger("&Settings", "Apps");
+}
+
+TEST_F(ApplicationWindowAndHoldingAppTest, AnAppThatLetsGoOfItsFrameWhenItIsStoppedIsStoppedAtOnce)
+{
+    gate.opensAtStop = true;
+    openAndHoldAFrame();
+    EXPECT_TRUE(window->close());
+    EXPECT_FALSE(FakeVYR::isStreaming());
+    EXPECT_EQ(gate.frames, 1);
+}
+
+TEST_F(ApplicationWindowAndHoldingAppTest, SwitchingTheAppWaitsForTheWorkerHoweverLongItTakes)
+{
+    openAndHoldAFrame();
+    EXPECT_TRUE(waitsForTheWorker([] { window->changeApp(1); }));
+    EXPECT_EQ(window->windowTitle(), "VYR Dashboard - Two");
+    EXPECT_FALSE(FakeVYR::isStreaming());
+}
+
+TEST_F(ApplicationWindowAndHoldingAppTest, ChangingTheModeWaitsForTheWorkerHoweverLongItTakes)
+{
+    openAndHoldAFrame();
+    EXPECT_TRUE(waitsForTheWorker([] { window->changeResolution({640, 480, 0, 20.0F, 0.5F, 60.0F}); }));
+    EXPECT_EQ(window->currentResolution().width, 640);
+    EXPECT_TRUE(isPolled());
+    const int before = gate.frames;
+    emitFrames(1);
+    EXPECT_TRUE(waitFor([&] { return gate.frames > before; }));
+    EXPECT_EQ(gate.frames, before + 1) << "it goes on with the frames that come now";
+}
+
+TEST_F(ApplicationWindowAndHoldingAppTest, ClosingWaitsForTheWorkerHoweverLongItTakesAndThenWritesTheSettings)
+{
+    openAndHoldAFrame();
+    QFile::remove(settingsFilePath());
+    EXPECT_TRUE(waitsForTheWorker([] { window->close(); }));
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(QFile::exists(settingsFilePath()));
 }
 
 // Closing.
