@@ -42,7 +42,7 @@ add_custom_target(threaded_tests)
 #     [QT]            the test has Qt meta-objects and makes its own application object in main()
 #     [SERIAL]        its cases share something (a folder, a socket): they run one at a time
 #     [TIMEOUT s]     per case, 60 s unless said otherwise
-#     [LABELS word...])   core, camera and simulator are also run under the thread sanitizer
+#     [LABELS word...])   core, camera, simulator and plugins are also run under the thread sanitizer
 #
 # Every GoogleTest case is a ctest case, run without a display. The program gets a folder of its own, so that what it looks for
 # beside its executable is what the test put there. Without QT, GoogleTest's own main() is linked.
@@ -67,9 +67,11 @@ function(add_host_test name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
-    if("core" IN_LIST arg_LABELS OR "camera" IN_LIST arg_LABELS OR "simulator" IN_LIST arg_LABELS)
-        add_dependencies(threaded_tests ${name})
-    endif()
+    foreach(label IN ITEMS core camera simulator plugins)
+        if(label IN_LIST arg_LABELS)
+            add_dependencies(threaded_tests ${name})
+        endif()
+    endforeach()
     set(properties TIMEOUT ${arg_TIMEOUT} ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     if(VYR_SANITIZE MATCHES "thread")
         list(APPEND properties ENVIRONMENT_MODIFICATION

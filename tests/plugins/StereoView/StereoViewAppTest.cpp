@@ -112,7 +112,11 @@ protected:
         QApplication::sendEvent(view(), &event);
     }
 
-    ~StereoViewApp() override { announceEnd(); } // the folder goes, too
+    ~StereoViewApp() override
+    {
+        host->stop();  // before the frames go that the worker reads
+        announceEnd(); // the folder goes, too
+    }
 
     /// As the application does when its event loop ends.
     static void announceEnd() { QMetaObject::invokeMethod(QCoreApplication::instance(), "aboutToQuit"); }
@@ -121,6 +125,19 @@ protected:
 
     std::deque<std::unique_ptr<PictureFrame>> frames;
     std::uint32_t nextCounter = 1;
+};
+
+class StereoViewSaving : public StereoViewApp
+{
+protected:
+    void SetUp() override
+    {
+#ifdef __SANITIZE_THREAD__
+        // Its mutexes are futexes of its own: the sanitizer does not see that the pool's thread gets a task under one,
+        // nor that it posts the answer under one, and reports all that is handed over.
+        GTEST_SKIP() << "Qt's thread pool is not built for the thread sanitizer";
+#endif
+    }
 };
 
 TEST_F(StereoViewApp, IntroducesItself)
@@ -477,7 +494,7 @@ TEST_F(StereoViewApp, ChoicesAreStoredWhileRunning)
     }));
 }
 
-TEST_F(StereoViewApp, SavesThePairByKey)
+TEST_F(StereoViewSaving, SavesThePairByKey)
 {
     host->start();
     show(40, 200);
@@ -498,7 +515,7 @@ TEST_F(StereoViewApp, SavesThePairByKey)
     EXPECT_EQ(control<QLabel>("savedLabel")->toolTip(), directory.filePath("Pictures"));
 }
 
-TEST_F(StereoViewApp, SavesThePairByButton)
+TEST_F(StereoViewSaving, SavesThePairByButton)
 {
     host->start();
     show(40, 200);
@@ -507,7 +524,7 @@ TEST_F(StereoViewApp, SavesThePairByButton)
     EXPECT_TRUE(QTest::qWaitFor([&] { return savedFiles().size() == 4; }));
 }
 
-TEST_F(StereoViewApp, LetterKeysReachTheAppFromItsControls)
+TEST_F(StereoViewSaving, LetterKeysReachTheAppFromItsControls)
 {
     host->start();
     show(40, 200);
@@ -539,7 +556,7 @@ TEST_F(StereoViewApp, OtherKeysAreLeftToTheHost)
     EXPECT_TRUE(savedFiles().isEmpty()) << "holding the key saves no row of pictures";
 }
 
-TEST_F(StereoViewApp, AFailedSaveIsToldInRed)
+TEST_F(StereoViewSaving, AFailedSaveIsToldInRed)
 {
     QFile inTheWay(directory.filePath("Pictures"));
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
@@ -559,7 +576,7 @@ TEST_F(StereoViewApp, SavingBeforeTheFirstPictureIsToldInRed)
     EXPECT_EQ(host->field(1).lastColor, QColor(Qt::red));
 }
 
-TEST_F(StereoViewApp, OnlyTheEndOfTheProgramWaitsForPicturesThatAreBeingSaved)
+TEST_F(StereoViewSaving, OnlyTheEndOfTheProgramWaitsForPicturesThatAreBeingSaved)
 {
     host->start();
     PictureFrame& frame = newFrame(1600, 1200, 40, 200); // large and noisy, so that it takes its time
