@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Another capture mode and another app, chosen in one dialog of the real program, and what is left later.
+// The real program in the hands of a user: mode and app changed in one dialog, what is left of it later, and apps that
+// do not get on.
 
 #include <gtest/gtest.h>
 #include <libconfig.h++>
@@ -25,11 +26,18 @@ protected:
              {PROGRAM, CORE_LIBRARY, CAMERA_NODE_LIBRARY, CAMERA_LIBRARY, STEREO_VIEW_APP, WITNESS_APP})
             ASSERT_TRUE(QFile::copy(file, folder().filePath(QFileInfo(file).fileName()))) << file;
         ASSERT_TRUE(folder().mkdir("settings"));
+        save("Stereo View");
+    }
+
+    void save(const QString& app) const
+    {
         QFile settings(settingsFile());
         ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write("AppConfig : {"
-                       " Application : { UseDarkSkin = false; CurrentApp = \"Stereo View\"; };"
-                       " Vyr : { Width = 640; Height = 480; Binning = 0; Fps = 30.0; }; };\n");
+        settings.write(QString("AppConfig : {"
+                               " Application : { UseDarkSkin = false; CurrentApp = \"%1\"; };"
+                               " Vyr : { Width = 640; Height = 480; Binning = 0; Fps = 30.0; }; };\n")
+                           .arg(app)
+                           .toUtf8());
     }
 
     QDir folder() const { return QDir(_folder.path()); }
@@ -37,7 +45,8 @@ protected:
     QString settingsFile() const { return folder().filePath("settings/DashboardSettings.cfg"); }
 
     /// Runs the program with a user who does a task and then leaves it; returns the lines noted meanwhile.
-    QStringList run(const QString& task)
+    /// `trouble` is what the witness does badly, if anything.
+    QStringList run(const QString& task, const QString& trouble = QString())
     {
         const QString logFile = folder().filePath(task + ".log");
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -49,6 +58,7 @@ protected:
         environment.insert("QT_PLUGIN_PATH", PLUGIN_FOLDER);
         environment.insert("QT_QPA_GENERIC_PLUGINS", "vyruser:" + task);
         environment.insert("VYR_TEST_LOG", logFile);
+        environment.insert("VYR_TEST_TROUBLE", trouble);
         environment.remove("VYR_SOURCE");
         // The leaks of Qt's offscreen platform would change the exit status under the sanitizer.
         environment.insert("ASAN_OPTIONS", "detect_leaks=0");
@@ -157,6 +167,33 @@ TEST_F(SettingsChangeTest, ModeAndAppAreInForceAtOnceAndAfterARestart)
     // And Stereo View has pictures of the new size, without having been told of it anew.
     EXPECT_EQ(seen(check, "picture").value(1).toStdString(), "256 × 240");
     EXPECT_EQ(saved(), "256 x 240, binning 5, 24 fps, Stereo View");
+}
+
+TEST_F(SettingsChangeTest, AnAppThatTakesTwoSecondsToStartIsWaitedFor)
+{
+    save("Witness");
+    const QStringList log = run("look", "start");
+    ASSERT_FALSE(HasFailure()) << text(log);
+    EXPECT_EQ(text(log.mid(0, 6)), "camera open\n"
+                                   "witness start 640x480 binning 0 at 30\n"
+                                   "camera mode 640x480 binning 0 at 30\n"
+                                   "camera start\n"
+                                   "witness started with 31 frames queued\n"
+                                   "witness frame 640x480");
+    EXPECT_EQ(seen(log, "title").last().toStdString(), "VYR Dashboard - Witness");
+    EXPECT_EQ(saved(), "640 x 480, binning 0, 30 fps, Witness");
+}
+
+TEST_F(SettingsChangeTest, AWorkerThatKeepsItsFrameUntilTheStopLeavesTheProgramAlive)
+{
+    save("Witness");
+    const QStringList log = run("look", "worker");
+    ASSERT_FALSE(HasFailure()) << text(log);
+    EXPECT_EQ(seen(log, "status").size(), 2) << "the window shows the camera's rate, and goes on";
+    EXPECT_EQ(text(log.mid(log.indexOf("user chooses Exit") + 1)), "witness stop with 31 frames queued\n"
+                                                                   "camera stop\n"
+                                                                   "camera close");
+    EXPECT_EQ(saved(), "640 x 480, binning 0, 30 fps, Witness");
 }
 
 } // namespace

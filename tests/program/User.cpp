@@ -252,8 +252,10 @@ User::User(const QString& task, QObject* parent)
 {
     if (task == "change")
         planChange();
-    else
+    else if (task == "check")
         planCheck();
+    else
+        planLook();
     _waiting.start();
     lookLater();
 }
@@ -308,6 +310,14 @@ void User::planCheck()
         "double-clicks Stereo View", [] { return showsTab("Apps"); }, [] { doubleClickApp("Stereo View"); });
     plan(
         "waits for pictures", [] { return isLive("Resolution") && pictureSize().contains("256"); }, seeMainWindow);
+    planMenu("File", "Exit");
+}
+
+void User::planLook()
+{
+    plan(
+        "waits for the frame rate", [] { return isLive("Resolution: 640x480"); }, seeMainWindow);
+    plan("looks once more", always, seeMainWindow);
     planMenu("File", "Exit");
 }
 

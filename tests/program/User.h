@@ -16,7 +16,7 @@
 /// process with status 3.
 ///
 /// Tasks: "change" sets another capture mode and another app in one dialog; "check" looks what a later start
-/// makes of it and goes back to Stereo View.
+/// makes of it and goes back to Stereo View; "look" waits for the frame rate and leaves.
 /// Thread: GUI thread.
 class User : public QObject
 {
@@ -41,6 +41,7 @@ private:
 
     void planChange();
     void planCheck();
+    void planLook();
     void planCaptureMode();
     void planMenu(const QString& menu, const QString& entry);
     void plan(const QString& name, std::function<bool()> ready, std::function<void()> act,

@@ -10,15 +10,41 @@
 #include <camera/StereoFrame.h>
 #include <camera/VYRCameraDevice.h>
 #include <libs/IPPCoreLib/ImageProcessingNodeWithThread.h>
+#include <libs/IPPCoreLib/pt/trigger.h>
 
 #include <VYRFrame1.h>
 
 #include <QSize>
+#include <QThread>
+
+namespace {
+
+/// What the witness has been told to do badly.
+bool has(const char* trouble)
+{
+    return qgetenv("VYR_TEST_TROUBLE") == trouble;
+}
+
+/// How many frames the camera has queued, once there is no room for more, or there should not be.
+std::string queued(VYRCameraDevice& camera)
+{
+    while (camera.Size() < 31)
+        QThread::msleep(10);
+    return " with " + std::to_string(camera.Size()) + " frames queued";
+}
+
+} // namespace
 
 /// Notes the size of the pictures: that of the first frame, and each other one later.
 class SizeNode final : public ImageProcessingNodeWithThread
 {
 public:
+    /// With `holdsFrames` it keeps its first frame until LetGo().
+    explicit SizeNode(bool holdsFrames)
+        : _holdsFrames(holdsFrames)
+    {
+    }
+
     ~SizeNode() override
     {
         StopProcessing(); // the worker ends before the members go that it uses
@@ -35,10 +61,17 @@ public:
             _size = size;
             noteCall("witness frame " + std::to_string(size.width()) + 'x' + std::to_string(size.height()));
         }
+        if (_holdsFrames)
+            _letGo.wait();
     }
 
+    /// Thread: GUI thread.
+    void LetGo() { _letGo.post(); }
+
 private:
-    QSize _size; ///< of the last frame; only the worker uses it
+    const bool _holdsFrames;
+    pt::trigger _letGo{false, false}; ///< once posted, it stays so
+    QSize _size;                      ///< of the last frame; only the worker uses it
 };
 
 WitnessApp::WitnessApp() = default;
@@ -79,17 +112,25 @@ void WitnessApp::start()
 {
     noteCall("witness start " + modeText(_host->currentResolution()));
     VYRCameraDevice* const camera = _host->cameraDevice();
-    _node = std::make_unique<SizeNode>();
+    _node = std::make_unique<SizeNode>(has("worker"));
     _node->SetInputNode(camera);
     camera->OutputQueue().Clear();
+    if (has("start")) {
+        camera->StartProcessing();
+        QThread::sleep(2);
+        noteCall("witness started" + queued(*camera));
+        _node->StartProcessing();
+        return;
+    }
     _node->StartProcessing();
     camera->StartProcessing();
 }
 
 void WitnessApp::stop()
 {
-    noteCall("witness stop");
     VYRCameraDevice* const camera = _host->cameraDevice();
+    noteCall(has("worker") ? "witness stop" + queued(*camera) : "witness stop");
+    _node->LetGo();
     _node->StopProcessing();
     camera->StopProcessing();
     camera->OutputQueue().Clear();

@@ -11,7 +11,8 @@
 
 class SizeNode;
 
-/// The app "Witness". Its node runs behind the camera node, as that of any app does.
+/// The app "Witness". Its node runs behind the camera node, as that of any app does. VYR_TEST_TROUBLE names what it
+/// does badly: "start" takes two seconds while the camera runs, or its "worker" keeps the first frame until the stop.
 class WitnessApp : public QObject, public AppInterface
 {
     Q_OBJECT
