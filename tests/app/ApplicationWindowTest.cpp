@@ -388,6 +388,39 @@ TEST_F(ApplicationWindowTest, AnAppThatRequiresACameraIsLeftOutWithoutOne)
     EXPECT_EQ(window->windowTitle(), "VYR Dashboard - One");
 }
 
+TEST_F(ApplicationWindowTest, OfTwoHundredAppsEachIsInitializedAndListedAndTheFirstIsStarted)
+{
+    constexpr int count = 200;
+    for (int i = 0; i < count; ++i)
+        TestApps::install("One", here(), QString("%1App.so").arg(i, 3, 10, QChar('0')));
+    open();
+    window->show();
+    EXPECT_EQ(TestApps::logged("initialize").size(), count);
+    EXPECT_EQ(TestApps::logged("start").size(), 1);
+    EXPECT_EQ(window->currentAppIndex(), 0);
+    inDialog([&](SettingsDialog& dialog) { EXPECT_EQ(dialog.findChild<QListWidget*>()->count(), count); });
+    trigger("&Settings", "Apps");
+}
+
+TEST_F(ApplicationWindowTest, TheSecondOfTwoAppsOfOneNameCanBeChosen)
+{
+    TestApps::install("One", here(), "aApp.so");
+    TestApps::install("One", here(), "bApp.so");
+    save([](AppSettings& settings) { settings.currentApp = "One"; });
+    open();
+    window->show();
+    EXPECT_EQ(window->currentAppIndex(), 0);
+    inDialog([&](SettingsDialog& dialog) {
+        auto* const list = dialog.findChild<QListWidget*>();
+        ASSERT_EQ(list->count(), 2);
+        list->setCurrentRow(1);
+        auto* const buttons = dialog.findChild<QDialogButtonBox*>();
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    trigger("&Settings", "Apps");
+    EXPECT_EQ(window->currentAppIndex(), 1);
+}
+
 TEST_F(ApplicationWindowTest, ABrokenSettingsFileIsReplacedAndTheStartGoesOn)
 {
     QFile file(settingsFilePath());

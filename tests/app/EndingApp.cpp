@@ -9,6 +9,8 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <stdexcept>
+
 void EndingApp::initialize(HostEnvironmentInterface*)
 {
 }
@@ -40,6 +42,8 @@ QIcon EndingApp::icon()
 
 void EndingApp::start()
 {
+    if (name() == QStringLiteral("Throw"))
+        throw std::runtime_error("this app cannot start");
     QTimer::singleShot(
         0, this,
         [this] {

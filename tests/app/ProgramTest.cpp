@@ -103,6 +103,14 @@ TEST_F(ProgramTest, ClosingTheWindowStopsTheAppThenWritesTheSettingsAndEndsWithZ
     EXPECT_EQ(savedApp(), "Close");
 }
 
+TEST_F(ProgramTest, WhatAnAcceptedAppThrowsEndsIt)
+{
+    TestApps::install("Throw", folder(), "ThrowApp.so");
+    QProcess& process = start();
+    ASSERT_TRUE(process.waitForFinished(limit));
+    EXPECT_EQ(process.exitStatus(), QProcess::CrashExit);
+}
+
 TEST_F(ProgramTest, EndsWithTheValueOfTheEventLoop)
 {
     TestApps::install("Exit", folder(), "ExitApp.so");
