@@ -62,6 +62,36 @@ private:
     QList<QPointer<EditorLink>> _links;
 };
 
+template<class PropertyManager>
+QtTyingEditorFactory<PropertyManager>::QtTyingEditorFactory(QObject* parent)
+    : QtAbstractEditorFactory<PropertyManager>(parent)
+    , _links(std::make_unique<QtEditorLinks>())
+{
+}
+
+template<class PropertyManager>
+QtTyingEditorFactory<PropertyManager>::~QtTyingEditorFactory() = default;
+
+template<class PropertyManager>
+QObject* QtTyingEditorFactory<PropertyManager>::tie(QWidget* editor, PropertyManager* manager, QtProperty* property)
+{
+    return _links->tie(editor, manager, property);
+}
+
+template<class PropertyManager>
+void QtTyingEditorFactory<PropertyManager>::connectPropertyManager(PropertyManager*)
+{
+}
+
+template<class PropertyManager>
+void QtTyingEditorFactory<PropertyManager>::disconnectPropertyManager(PropertyManager* manager)
+{
+    _links->cut(manager);
+}
+
+template class QtTyingEditorFactory<QtIntPropertyManager>;
+template class QtTyingEditorFactory<QtEnumPropertyManager>;
+
 namespace {
 
 // Every change shows the manager's present value rather than the one that was sent: a receiver that was told
@@ -77,19 +107,6 @@ void refreshOnChanges(QtIntPropertyManager* manager, QObject* link, const Refres
 
 } // namespace
 
-QtSpinBoxFactory::QtSpinBoxFactory(QObject* parent)
-    : QtAbstractEditorFactory<QtIntPropertyManager>(parent)
-    , _links(std::make_unique<QtEditorLinks>())
-{
-}
-
-QtSpinBoxFactory::~QtSpinBoxFactory() = default;
-
-void QtSpinBoxFactory::connectPropertyManager(QtIntPropertyManager*)
-{
-    // Each editor makes its own connections.
-}
-
 QWidget* QtSpinBoxFactory::createEditor(QtIntPropertyManager* manager, QtProperty* property, QWidget* parent)
 {
     auto* editor = new QSpinBox(parent);
@@ -104,29 +121,11 @@ QWidget* QtSpinBoxFactory::createEditor(QtIntPropertyManager* manager, QtPropert
         }
     };
     refresh(property);
-    QObject* link = _links->tie(editor, manager, property);
+    QObject* link = tie(editor, manager, property);
     refreshOnChanges(manager, link, refresh);
     connect(editor, qOverload<int>(&QSpinBox::valueChanged), link,
             [=](int value) { manager->setValue(property, value); });
     return editor;
-}
-
-void QtSpinBoxFactory::disconnectPropertyManager(QtIntPropertyManager* manager)
-{
-    _links->cut(manager);
-}
-
-QtSliderFactory::QtSliderFactory(QObject* parent)
-    : QtAbstractEditorFactory<QtIntPropertyManager>(parent)
-    , _links(std::make_unique<QtEditorLinks>())
-{
-}
-
-QtSliderFactory::~QtSliderFactory() = default;
-
-void QtSliderFactory::connectPropertyManager(QtIntPropertyManager*)
-{
-    // Each editor makes its own connections.
 }
 
 QWidget* QtSliderFactory::createEditor(QtIntPropertyManager* manager, QtProperty* property, QWidget* parent)
@@ -141,7 +140,7 @@ QWidget* QtSliderFactory::createEditor(QtIntPropertyManager* manager, QtProperty
         }
     };
     refresh(property);
-    QObject* link = _links->tie(editor, manager, property);
+    QObject* link = tie(editor, manager, property);
     refreshOnChanges(manager, link, refresh);
     connect(editor, &QSlider::valueChanged, link, [=](int value) {
         if (manager->isReadOnly(property))
@@ -150,24 +149,6 @@ QWidget* QtSliderFactory::createEditor(QtIntPropertyManager* manager, QtProperty
             manager->setValue(property, value);
     });
     return editor;
-}
-
-void QtSliderFactory::disconnectPropertyManager(QtIntPropertyManager* manager)
-{
-    _links->cut(manager);
-}
-
-QtEnumEditorFactory::QtEnumEditorFactory(QObject* parent)
-    : QtAbstractEditorFactory<QtEnumPropertyManager>(parent)
-    , _links(std::make_unique<QtEditorLinks>())
-{
-}
-
-QtEnumEditorFactory::~QtEnumEditorFactory() = default;
-
-void QtEnumEditorFactory::connectPropertyManager(QtEnumPropertyManager*)
-{
-    // Each editor makes its own connections.
 }
 
 QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtProperty* property, QWidget* parent)
@@ -185,7 +166,7 @@ QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtPro
         }
     };
     refill(property);
-    QObject* link = _links->tie(editor, manager, property);
+    QObject* link = tie(editor, manager, property);
     connect(manager, &QtEnumPropertyManager::enumNamesChanged, link, refill);
     connect(manager, &QtEnumPropertyManager::enumIconsChanged, link, refill);
     connect(
@@ -199,9 +180,4 @@ QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtPro
     connect(editor, qOverload<int>(&QComboBox::currentIndexChanged), link,
             [=](int index) { manager->setValue(property, index); });
     return editor;
-}
-
-void QtEnumEditorFactory::disconnectPropertyManager(QtEnumPropertyManager* manager)
-{
-    _links->cut(manager);
 }

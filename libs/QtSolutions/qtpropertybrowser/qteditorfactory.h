@@ -8,69 +8,71 @@
 
 class QtEditorLinks;
 
-/// Edits the properties of integer managers in spin boxes.
-///
-/// A typed number counts once it is finished with Enter, Tab or a step. Deleting the factory deletes its
-/// editors.
+/// What the factories have in common: each editor is tied to its property until one of them goes or the factory ends
+/// its service. Deleting the factory deletes its editors.
 ///
 /// Thread: GUI thread.
-class QtSpinBoxFactory : public QtAbstractEditorFactory<QtIntPropertyManager>
+template<class PropertyManager>
+class QtTyingEditorFactory : public QtAbstractEditorFactory<PropertyManager>
+{
+public:
+    explicit QtTyingEditorFactory(QObject* parent = nullptr);
+    ~QtTyingEditorFactory() override;
+
+protected:
+    /// Makes the context for the connections between an editor and its manager, which end with it.
+    QObject* tie(QWidget* editor, PropertyManager* manager, QtProperty* property);
+
+    /// Does nothing: each editor makes its own connections.
+    void connectPropertyManager(PropertyManager* manager) override;
+    void disconnectPropertyManager(PropertyManager* manager) override;
+
+private:
+    const std::unique_ptr<QtEditorLinks> _links;
+};
+
+/// Edits the properties of integer managers in spin boxes.
+///
+/// A typed number counts once it is finished with Enter, Tab or a step.
+///
+/// Thread: GUI thread.
+class QtSpinBoxFactory : public QtTyingEditorFactory<QtIntPropertyManager>
 {
     Q_OBJECT
 
 public:
-    explicit QtSpinBoxFactory(QObject* parent = nullptr);
-    ~QtSpinBoxFactory() override;
+    using QtTyingEditorFactory::QtTyingEditorFactory;
 
 protected:
-    void connectPropertyManager(QtIntPropertyManager* manager) override;
     QWidget* createEditor(QtIntPropertyManager* manager, QtProperty* property, QWidget* parent) override;
-    void disconnectPropertyManager(QtIntPropertyManager* manager) override;
-
-private:
-    const std::unique_ptr<QtEditorLinks> _links;
 };
 
 /// Edits the properties of integer managers with horizontal sliders.
 ///
-/// The slider of a property that is read-only springs back. Deleting the factory deletes its editors.
+/// The slider of a property that is read-only springs back.
 ///
 /// Thread: GUI thread.
-class QtSliderFactory : public QtAbstractEditorFactory<QtIntPropertyManager>
+class QtSliderFactory : public QtTyingEditorFactory<QtIntPropertyManager>
 {
     Q_OBJECT
 
 public:
-    explicit QtSliderFactory(QObject* parent = nullptr);
-    ~QtSliderFactory() override;
+    using QtTyingEditorFactory::QtTyingEditorFactory;
 
 protected:
-    void connectPropertyManager(QtIntPropertyManager* manager) override;
     QWidget* createEditor(QtIntPropertyManager* manager, QtProperty* property, QWidget* parent) override;
-    void disconnectPropertyManager(QtIntPropertyManager* manager) override;
-
-private:
-    const std::unique_ptr<QtEditorLinks> _links;
 };
 
 /// Edits the properties of enumeration managers in combo boxes.
 ///
-/// Deleting the factory deletes its editors.
-///
 /// Thread: GUI thread.
-class QtEnumEditorFactory : public QtAbstractEditorFactory<QtEnumPropertyManager>
+class QtEnumEditorFactory : public QtTyingEditorFactory<QtEnumPropertyManager>
 {
     Q_OBJECT
 
 public:
-    explicit QtEnumEditorFactory(QObject* parent = nullptr);
-    ~QtEnumEditorFactory() override;
+    using QtTyingEditorFactory::QtTyingEditorFactory;
 
 protected:
-    void connectPropertyManager(QtEnumPropertyManager* manager) override;
     QWidget* createEditor(QtEnumPropertyManager* manager, QtProperty* property, QWidget* parent) override;
-    void disconnectPropertyManager(QtEnumPropertyManager* manager) override;
-
-private:
-    const std::unique_ptr<QtEditorLinks> _links;
 };
