@@ -27,6 +27,15 @@ VYRResolutionInfo firstMode()
     return mode;
 }
 
+void prepare(Source& source)
+{
+    try {
+        source.prepare();
+    } catch (const std::exception&) {
+        // The first frame fails in the same way, and it is told there.
+    }
+}
+
 /// The next frame; null, as for one that the source misses, when making it fails. That is told once a stream.
 VYRFrame1* makeFrame(FrameMaker& maker, double seconds, const Controls& settings, bool& told)
 {
@@ -149,6 +158,7 @@ void Camera::stream(FrameMaker& maker, float fps, FrameCallback callback, void* 
 {
     _streamingThread = std::this_thread::get_id();
 
+    prepare(*_source); // before time counts, so that it costs no frame
     const TickSchedule schedule(monotonicNow(), static_cast<double>(fps));
     std::int64_t delivered = 0;
     std::int64_t tick = 0;

@@ -42,6 +42,10 @@ public:
     /// lens. Any thread.
     virtual bool undistorts() const = 0;
 
+    /// Does what would otherwise hold up the first picture, once; later calls find it done. The camera calls it on the
+    /// streaming thread before a stream's first frame is due. May throw, and is then tried again by next().
+    virtual void prepare() {}
+
     /// The pair for one frame, valid until the next call. False when there is none yet: the frame is then missed.
     virtual bool next(const PictureRequest& request, StereoPicture& picture) = 0;
 };

@@ -7,10 +7,12 @@
 #include "scene/ScenePainter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <thread>
+#include <vector>
 
 namespace simulator {
 
@@ -82,22 +84,39 @@ void paintThings(ScenePainter& painter, const MovingThings& things)
 
 } // namespace
 
-SyntheticSource::SyntheticSource()
-    : _pictures{std::vector<std::uint8_t>(sensorArea), std::vector<std::uint8_t>(sensorArea)}
+/// Everything that it takes to make pictures.
+struct SyntheticSource::View
 {
-    std::thread rightEye([this] { _still[1] = stillPicture(_scene, 1); });
-    _still[0] = stillPicture(_scene, 0);
+    View();
+
+    void addNoise(std::uint8_t* row);
+
+    Scene scene;
+    std::array<std::vector<std::uint8_t>, 2> still;
+    std::array<std::vector<std::uint8_t>, 2> pictures;
+    std::vector<std::uint8_t> noise;
+    std::uint32_t random = 362436069U;
+};
+
+SyntheticSource::View::View()
+    : pictures{std::vector<std::uint8_t>(sensorArea), std::vector<std::uint8_t>(sensorArea)}
+{
+    std::thread rightEye([this] { still[1] = stillPicture(scene, 1); });
+    still[0] = stillPicture(scene, 0);
     rightEye.join();
 
-    _noise.reserve(noiseSize + sensorWidth);
+    noise.reserve(noiseSize + sensorWidth);
     for (std::size_t i = 0; i < noiseSize + sensorWidth; ++i) {
         // The sum of four dice is close to the bell curve that a sensor's noise has.
         int sum = -6;
         for (unsigned die = 0; die < 4; ++die)
-            sum += static_cast<int>((nextRandom(_random) >> 10U) & 3U);
-        _noise.push_back(static_cast<std::uint8_t>(std::clamp(sum, -noiseLimit, noiseLimit)));
+            sum += static_cast<int>((nextRandom(random) >> 10U) & 3U);
+        noise.push_back(static_cast<std::uint8_t>(std::clamp(sum, -noiseLimit, noiseLimit)));
     }
 }
+
+SyntheticSource::SyntheticSource() = default;
+SyntheticSource::~SyntheticSource() = default;
 
 std::string SyntheticSource::deviceName() const
 {
@@ -109,30 +128,43 @@ bool SyntheticSource::undistorts() const
     return false;
 }
 
+const Scene& SyntheticSource::scene() const
+{
+    return _view->scene;
+}
+
+void SyntheticSource::prepare()
+{
+    if (_view == nullptr)
+        _view = std::make_unique<View>();
+}
+
 bool SyntheticSource::next(const PictureRequest& request, StereoPicture& picture)
 {
-    const MovingThings things = _scene.movingThings(request.seconds);
+    prepare();
+    View& view = *_view;
+    const MovingThings things = view.scene.movingThings(request.seconds);
     const auto begin = static_cast<std::size_t>(request.firstRow) * sensorWidth;
     const auto length = static_cast<std::size_t>(request.rowCount) * sensorWidth;
     const int endRow = request.firstRow + request.rowCount;
     for (int eye = 0; eye < 2; ++eye) {
-        std::uint8_t* const pixels = _pictures[static_cast<std::size_t>(eye)].data();
-        std::memcpy(pixels + begin, _still[static_cast<std::size_t>(eye)].data() + begin, length);
+        std::uint8_t* const pixels = view.pictures[static_cast<std::size_t>(eye)].data();
+        std::memcpy(pixels + begin, view.still[static_cast<std::size_t>(eye)].data() + begin, length);
         ScenePainter painter(pixels, eye, request.firstRow, endRow);
-        paintShadows(painter, things, _scene.room());
+        paintShadows(painter, things, view.scene.room());
         paintThings(painter, things);
         for (int y = request.firstRow; y < endRow; ++y)
-            addNoise(pixels + static_cast<std::ptrdiff_t>(y) * sensorWidth);
+            view.addNoise(pixels + static_cast<std::ptrdiff_t>(y) * sensorWidth);
     }
-    picture = {_pictures[0].data(), _pictures[1].data()};
+    picture = {view.pictures[0].data(), view.pictures[1].data()};
     return true;
 }
 
-void SyntheticSource::addNoise(std::uint8_t* row)
+void SyntheticSource::View::addNoise(std::uint8_t* row)
 {
-    const std::uint8_t* const noise = _noise.data() + (nextRandom(_random) >> 5U) % noiseSize;
+    const std::uint8_t* const grains = noise.data() + (nextRandom(random) >> 5U) % noiseSize;
     for (int x = 0; x < sensorWidth; ++x)
-        row[x] = static_cast<std::uint8_t>(row[x] + noise[x]);
+        row[x] = static_cast<std::uint8_t>(row[x] + grains[x]);
 }
 
 } // namespace simulator

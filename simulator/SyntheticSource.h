@@ -6,37 +6,35 @@
 #include "Source.h"
 #include "scene/Scene.h"
 
-#include <array>
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace simulator {
 
-/// Looks at the synthetic scene with both eyes. What never moves is drawn once, at construction (some hundredths of a
-/// second); for a frame it is copied, what moves is drawn over it, and noise is added.
+/// Looks at the synthetic scene with both eyes. What never moves is drawn once, which takes some hundredths of a second
+/// and some megabytes: when the source is prepared, since many a program opens a camera long before it looks through
+/// it. For a frame the drawing is copied, what moves is drawn over it, and noise is added.
 class SyntheticSource : public Source
 {
 public:
     SyntheticSource();
+    ~SyntheticSource() override;
 
     std::string deviceName() const override;
 
     /// False: what the scene shows has no distortion of its own.
     bool undistorts() const override;
 
+    void prepare() override;
     bool next(const PictureRequest& request, StereoPicture& picture) override;
 
-    /// The scene, whose geometry tells the true disparities.
-    const Scene& scene() const { return _scene; }
+    /// The scene, whose geometry tells the true disparities. Only of a prepared source.
+    const Scene& scene() const;
 
 private:
-    void addNoise(std::uint8_t* row);
+    struct View;
 
-    Scene _scene;
-    std::array<std::vector<std::uint8_t>, 2> _still;
-    std::array<std::vector<std::uint8_t>, 2> _pictures;
-    std::vector<std::uint8_t> _noise;
-    std::uint32_t _random = 362436069U;
+    std::unique_ptr<View> _view; ///< null until prepared
 };
 
 } // namespace simulator

@@ -2,10 +2,12 @@
 // Tests of the camera where something fails underneath it.
 
 #include <simulator/Camera.h>
+#include <simulator/Clock.h>
 #include <simulator/include/VYRFrame1.h>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
@@ -15,6 +17,8 @@
 #include <mutex>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include <pthread.h>
@@ -50,6 +54,69 @@ private:
     int _period;
     int _asked = 0;
     std::vector<std::uint8_t> _grey = std::vector<std::uint8_t>(752 * 480, 100);
+};
+
+/// Takes the time of some frames to prepare, and notes when it was done.
+class SlowToPrepareSource : public GreySource
+{
+public:
+    SlowToPrepareSource()
+        : GreySource(1)
+    {
+    }
+
+    void prepare() override
+    {
+        const std::int64_t begin = simulator::monotonicNow();
+        while (simulator::monotonicNow() < begin + 100'000'000)
+            std::this_thread::yield();
+        _preparedAt = simulator::monotonicNow();
+        ++_preparations;
+    }
+
+    bool next(const simulator::PictureRequest& request, StereoPicture& picture) override
+    {
+        if (_firstDue < 0.0)
+            _firstDue = request.seconds;
+        return GreySource::next(request, picture);
+    }
+
+    int preparations() const { return _preparations; }
+
+    /// On the monotonic clock.
+    std::int64_t preparedAt() const { return _preparedAt; }
+
+    /// In seconds since the camera was opened.
+    double firstDue() const { return _firstDue; }
+
+private:
+    std::atomic<int> _preparations = 0;
+    std::int64_t _preparedAt = 0;
+    double _firstDue = -1.0;
+};
+
+/// Fails to prepare when the camera asks for it, and to show the first picture.
+class UnpreparedSource : public GreySource
+{
+public:
+    UnpreparedSource()
+        : GreySource(1)
+    {
+    }
+
+    void prepare() override { throw std::runtime_error("not ready"); }
+
+    bool next(const simulator::PictureRequest& request, StereoPicture& picture) override
+    {
+        if (_first) {
+            _first = false;
+            prepare();
+        }
+        return GreySource::next(request, picture);
+    }
+
+private:
+    bool _first = true;
 };
 
 /// Counts frames and remembers the number of the latest. The test stops the camera before it goes.
@@ -129,6 +196,32 @@ TEST(Camera, AFrameThatCannotBeMadeIsMissedAndTheStreamGoesOn)
     camera->stop();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "libVYR: a frame is missed: no light\n") << "told once";
     EXPECT_GE(counter.last(), 4U) << "two were missed";
+}
+
+TEST(Camera, ASourceIsPreparedBeforeTheFirstFrameIsDue)
+{
+    auto owned = std::make_unique<SlowToPrepareSource>();
+    const SlowToPrepareSource& source = *owned;
+    const auto camera = std::make_shared<Camera>(std::move(owned));
+    const std::int64_t opened = simulator::monotonicNow();
+    EXPECT_EQ(source.preparations(), 0) << "opening takes no time";
+    Counter counter;
+    ASSERT_TRUE(camera->start(&Counter::callback, &counter));
+    EXPECT_TRUE(counter.waitFor(1));
+    camera->stop();
+    EXPECT_EQ(source.preparations(), 1);
+    EXPECT_GE(source.firstDue(), static_cast<double>(source.preparedAt() - opened) * 1e-9);
+}
+
+TEST(Camera, APreparationThatFailsIsToldWithTheFirstFrame)
+{
+    const auto camera = std::make_shared<Camera>(std::make_unique<UnpreparedSource>());
+    Counter counter;
+    testing::internal::CaptureStderr();
+    ASSERT_TRUE(camera->start(&Counter::callback, &counter));
+    EXPECT_TRUE(counter.waitFor(1));
+    camera->stop();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "libVYR: a frame is missed: not ready\n");
 }
 
 TEST(Camera, WithoutAThreadItDoesNotStartAndMayLater)

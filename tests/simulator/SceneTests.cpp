@@ -22,6 +22,8 @@ const double times[] = {0.0, 3.7, 12.4, 100.9};
 class SceneTest : public testing::Test
 {
 protected:
+    void SetUp() override { _source.prepare(); }
+
     void look(double seconds)
     {
         StereoPicture picture;
