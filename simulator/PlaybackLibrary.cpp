@@ -32,8 +32,11 @@ SourceResult makePlaybackSource(const std::string& path)
     if (library == nullptr)
         return {nullptr, std::string("cannot load the playback module: ") + dlerror()};
     const auto make = reinterpret_cast<PlaybackEntry>(dlsym(library, playbackEntryName));
-    if (make == nullptr)
+    if (make == nullptr) {
+        dlclose(library);
         return {nullptr, module + " is not the playback module of this library"};
+    }
+    // Never unloaded from here on: the source that it makes runs in it.
     SourceResult result;
     result.source.reset(make(path.c_str(), &result.error));
     return result;
