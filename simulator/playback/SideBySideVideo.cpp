@@ -6,6 +6,8 @@
 #include <opencv2/core/utils/logger.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include <utility>
+
 namespace simulator {
 
 namespace {
@@ -30,8 +32,8 @@ private:
 
 } // namespace
 
-SideBySideVideo::SideBySideVideo(const std::filesystem::path& file)
-    : _file(file)
+SideBySideVideo::SideBySideVideo(std::filesystem::path file)
+    : _file(std::move(file))
 {
     open();
 }

@@ -17,7 +17,7 @@ class SideBySideVideo : public Recording
 {
 public:
     /// Throws UnreadableRecording when the file is no video.
-    explicit SideBySideVideo(const std::filesystem::path& file);
+    explicit SideBySideVideo(std::filesystem::path file);
 
     RecordedPair read() override;
     bool isExhausted() const override;
