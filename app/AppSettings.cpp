@@ -235,7 +235,7 @@ void writeFile(const AppSettings& settings)
 
 AppSettings& AppSettings::instance()
 {
-    static AppSettings* const settings = new AppSettings;
+    static auto* const settings = new AppSettings;
     return *settings;
 }
 

@@ -59,5 +59,6 @@ private:
     WaitableQueue<NodeData*> _outputQueue{32};
 };
 
+// NOLINTNEXTLINE(bugprone-sizeof-expression): the size of the pointer is meant
 static_assert(sizeof(std::atomic<ImageProcessingNode*>) == sizeof(ImageProcessingNode*),
               "the input is a plain pointer");

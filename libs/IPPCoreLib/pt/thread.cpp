@@ -36,7 +36,7 @@ void thread::start()
     pthread_attr_setdetachstate(&attributes, is_autofree() ? PTHREAD_CREATE_DETACHED : PTHREAD_CREATE_JOINABLE);
     // An autofree thread may have deleted this object before pthread_create() returns.
     const bool joinable = !is_autofree();
-    pthread_t created;
+    pthread_t created = 0;
     if (pthread_create(&created, &attributes, &thread::entry, this) != 0)
         fatal(fatal_thread_create, "pthread_create() failed");
     if (joinable)
@@ -49,7 +49,7 @@ void thread::waitfor()
     if (exchange_flag(&_freed, 1) != 0)
         return;
     const pthread_t handle = _handle.load(relaxed);
-    if (pthread_equal(pthread_self(), handle))
+    if (pthread_equal(pthread_self(), handle) != 0)
         fatal(fatal_wait_for_self, "Can not waitfor() on myself");
     if (is_autofree())
         fatal(fatal_wait_for_autofree, "Can not waitfor() on an autofree thread");
@@ -69,12 +69,12 @@ void thread::finish()
 
 void* thread::entry(void* object)
 {
-    thread* const self = static_cast<thread*>(object);
+    auto* const self = static_cast<thread*>(object);
     // Both do it, since a thread may ask who it is before start() has come to storing the handle.
     self->_handle.store(pthread_self(), relaxed);
     try {
         self->run();
-    } catch (exception*) {
+    } catch (exception*) { // NOLINT(misc-throw-by-value-catch-by-reference): thrown by pointer
         // Not ours to swallow: nobody is left on this thread to catch it, and the process ends with it.
         self->epilogue();
         throw;
@@ -87,7 +87,7 @@ void thread::epilogue()
 {
     try {
         finish();
-    } catch (exception* error) {
+    } catch (exception* error) { // NOLINT(misc-throw-by-value-catch-by-reference): thrown by pointer
         delete error;
     }
     exchange_flag(&_finished, 1);
