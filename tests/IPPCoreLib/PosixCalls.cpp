@@ -4,13 +4,13 @@
 #include "PosixCalls.h"
 
 #include <cerrno>
-
+#include <chrono>
 #include <memory>
+#include <thread>
 
 #include <dlfcn.h>
 #include <pthread.h>
 #include <sys/time.h>
-#include <unistd.h>
 
 namespace PosixCalls {
 
@@ -40,7 +40,7 @@ struct DelayedEntry
 void* runDelayed(void* object)
 {
     const std::unique_ptr<DelayedEntry> delayed(static_cast<DelayedEntry*>(object));
-    usleep(static_cast<useconds_t>(threadEntryDelay) * 1000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(threadEntryDelay));
     return delayed->entry(delayed->argument);
 }
 
