@@ -31,9 +31,8 @@ set(VYR_INSTALL_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/vyr-dashboard")
 set(THREADS_PREFER_PTHREAD_FLAG ON)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor)
-if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    add_compile_options(-Wno-gnu-zero-variadic-macro-arguments) # Qt's logging macros
-endif()
+# Clang's own reading of -Wpedantic, which Qt's logging macros do not follow.
+add_compile_options($<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 if(VYR_WARNINGS_AS_ERRORS)
     add_compile_options(-Werror)
 endif()
