@@ -2,6 +2,9 @@
 /* The operations of the camera library libVYR.so, as a program that links it calls them. C and C++. */
 #pragma once
 
+/* C has no other headers and type names than these, and the library's names are what they are. */
+/* NOLINTBEGIN(bugprone-reserved-identifier, modernize-deprecated-headers, modernize-use-using) */
+
 #include <stdbool.h>
 #include <stdint.h>
 
@@ -135,3 +138,5 @@ VYR_API int __VYRParamSet__(void* handle, int id, ...);
 #ifdef __cplusplus
 }
 #endif
+
+/* NOLINTEND(bugprone-reserved-identifier, modernize-deprecated-headers, modernize-use-using) */

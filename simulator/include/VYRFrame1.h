@@ -2,6 +2,9 @@
 /* The frame record of the layout "VYR-frame-1": what a receiver reads pictures and sensor data from. C and C++. */
 #pragma once
 
+/* C has no other headers and type names than these. */
+/* NOLINTBEGIN(modernize-deprecated-headers, modernize-use-using) */
+
 #include <stddef.h>
 #include <stdint.h>
 
@@ -55,3 +58,5 @@ static_assert(offsetof(VYRFrame1, temperature) == 64, "VYR-frame-1");
 static_assert(offsetof(VYRFrame1, rotation) == 68, "VYR-frame-1");
 static_assert(sizeof(VYRFrame1) == 80, "VYR-frame-1");
 #endif
+
+/* NOLINTEND(modernize-deprecated-headers, modernize-use-using) */
