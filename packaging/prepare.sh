@@ -40,6 +40,6 @@ install_missing_packages() {
 
 # build_targets TARGET...: configures a Release build and builds the targets.
 build_targets() {
-    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
     cmake --build "$build" --target "$@"
 }
