@@ -33,10 +33,10 @@ void composePicture(QImage& target, CellContent content, const PicturePair& pair
 
     switch (content) {
     case CellContent::Left:
-        target = left;
+        composeRows(target, left, right, [](unsigned char grey, unsigned char) { return greyPixel(grey); });
         break;
     case CellContent::Right:
-        target = right;
+        composeRows(target, left, right, [](unsigned char, unsigned char grey) { return greyPixel(grey); });
         break;
     case CellContent::Anaglyph:
         composeRows(target, left, right, anaglyphPixel);

@@ -53,21 +53,23 @@ TEST_F(PictureComposer, DifferenceIsTheDistanceEitherWay)
     EXPECT_EQ(differencePixel(0, 255), qRgb(255, 255, 255));
 }
 
-TEST_F(PictureComposer, GreyPicturesAreShownAsTheyLieInThePair)
+TEST_F(PictureComposer, EveryPictureIsInTheFormatOfScreens)
 {
-    composePicture(target, CellContent::Left, pair);
-    EXPECT_EQ(target.format(), QImage::Format_Grayscale8);
-    EXPECT_EQ(target.constBits(), pair.Left().constBits());
-    composePicture(target, CellContent::Right, pair);
-    EXPECT_EQ(target.constBits(), pair.Right().constBits());
+    for (const CellContent content :
+         {CellContent::Left, CellContent::Right, CellContent::Anaglyph, CellContent::Difference}) {
+        composePicture(target, content, pair);
+        EXPECT_EQ(target.format(), QImage::Format_RGB32);
+    }
 }
 
-TEST_F(PictureComposer, MixedPicturesKeepTheirMemoryForTheSameSize)
+TEST_F(PictureComposer, PicturesKeepTheirMemoryForTheSameSize)
 {
     composePicture(target, CellContent::Anaglyph, pair);
     const unsigned char* const memory = target.constBits();
-    composePicture(target, CellContent::Difference, pair);
-    EXPECT_EQ(target.constBits(), memory);
+    for (const CellContent content : {CellContent::Difference, CellContent::Left, CellContent::Right}) {
+        composePicture(target, content, pair);
+        EXPECT_EQ(target.constBits(), memory);
+    }
 }
 
 TEST_F(PictureComposer, LeavesTheTargetAloneWithoutPictures)
