@@ -4,6 +4,7 @@
 #include "VYRCameraDevice.h"
 
 #include "BinningNames.h"
+#include "LiveDevice.h"
 #include "VYRLibrary.h"
 
 #include <QLoggingCategory>
@@ -38,6 +39,7 @@ VYRCameraDevice::VYRCameraDevice()
     , _fps(0.0F)
     , _temperature(temperatureUnknown)
     , _lastTimestamp(noWindow)
+    , _live(LiveDevice::Reserve())
 {
     OpenCamera();
 }
@@ -50,6 +52,7 @@ VYRCameraDevice::VYRCameraDevice(int binning, int width, int height, float fps)
     , _fps(fps)
     , _temperature(temperatureUnknown)
     , _lastTimestamp(noWindow)
+    , _live(LiveDevice::Reserve())
 {
     OpenCamera();
     if (!IsOpen())
@@ -66,12 +69,15 @@ VYRCameraDevice::VYRCameraDevice(int binning, int width, int height, float fps)
 VYRCameraDevice::~VYRCameraDevice()
 {
     StopStreaming();
+    // Before the camera is closed, so that a callback that is still inside has its record until it leaves.
+    _live->Retire();
     VYRCameraDevice::Close();
     _frameCache.ReleaseCacheObjects();
 }
 
 void VYRCameraDevice::OpenCamera()
 {
+    _live->Admit(this);
     SetName("VYRCamera");
     _frameCache.InitCacheObjects();
     void* handle = nullptr;
@@ -125,8 +131,11 @@ void VYRCameraDevice::StopStreaming()
     if (!IsOpen() || !_streaming.load(relaxed))
         return;
     // Cleared before the library is stopped, so that a callback that is still running ignores its frame.
-    _streaming.store(false, relaxed);
+    _streaming.store(false);
     StopVYR(Instance());
+    // A library may come back from that while its callback is still inside. Whoever was already handing a frame over
+    // has done so before all frames count as free, and nobody will afterwards.
+    _live->HandOvers().WaitUntilNone();
     _frameCache.ReleaseAll();
 }
 
@@ -314,7 +323,9 @@ void VYRCameraDevice::IMURange(VYRAccelRange accel, VYRGyroRange gyro)
 
 void VYRCameraDevice::FrameCallback(const VYRFrameRecord* record, void* userData)
 {
-    static_cast<VYRCameraDevice*>(userData)->OnFrame(record);
+    const LiveDevice::Visit visit(userData); // a library may call back after the node is gone
+    if (visit)
+        static_cast<VYRCameraDevice*>(userData)->OnFrame(record);
 }
 
 void VYRCameraDevice::OnFrame(const VYRFrameRecord* record)
@@ -324,7 +335,16 @@ void VYRCameraDevice::OnFrame(const VYRFrameRecord* record)
     SmoothTemperature(*record);
     MeasureFrameRate(*record);
     emit QChanged(QString::number(Size()));
+    HandOver(record);
+}
 
+void VYRCameraDevice::HandOver(const VYRFrameRecord* record)
+{
+    // Looked at again, since receivers of the signals may have kept this callback for long, or have stopped the camera
+    // themselves. Nobody else's code runs in here, so that a stop never waits longer than for these few steps.
+    const CallbackCount::Stay stay(_live->HandOvers());
+    if (!_streaming.load())
+        return;
     const float measuredFps = _measuredFps.load(relaxed);
     StereoFrame* const frame = _frameCache.Acquire();
     if (frame == nullptr)

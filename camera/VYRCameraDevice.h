@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cstdint>
 
+class LiveDevice;
 struct VYRResolutionInfo;
 
 /// The one source node: owns the camera, applies capture mode and controls, and pushes every frame that the camera
@@ -28,6 +29,14 @@ struct VYRResolutionInfo;
 ///
 /// At the limits: with all 32 frames of the pool out, a camera frame is dropped; with a full output queue (31) the
 /// frame is dropped and its pool slot stays taken until streaming is next started or stopped. Neither is reported.
+///
+/// What holds whatever the camera library does, also when it goes on calling back after it was stopped or closed, or
+/// on several threads:
+///  - after StopProcessing() no frame is pushed, and the pool is whole. A callback that is inside may still be busy
+///  with
+///    the receivers of a signal; it drops its frame then. Stopping does not wait for receivers.
+///  - destruction waits for the callbacks that are inside, receivers of their signals included; later ones are ignored.
+///    So a receiver with a direct connection must neither wait for the GUI thread nor destroy the device.
 ///
 /// Ownership: owns the camera handle and the frame pool; frames it pushes are lent. The consumer must be stopped before
 /// this object goes.
@@ -132,6 +141,7 @@ private:
 
     void OpenCamera();
     void OnFrame(const VYRFrameRecord* record);
+    void HandOver(const VYRFrameRecord* record);
     void SmoothTemperature(const VYRFrameRecord& record);
     void MeasureFrameRate(const VYRFrameRecord& record);
     void ResetMeasurement();
@@ -158,8 +168,9 @@ private:
     std::atomic<float> _measuredFps{0.0F};
     std::atomic<float> _temperature;           ///< degrees Celsius, or temperatureUnknown
     std::atomic<std::uint64_t> _lastTimestamp; ///< opened the current window, in 100 µs, or noWindow
-    std::atomic<bool> _streaming{false};
+    std::atomic<bool> _streaming{false};       ///< not relaxed where it closes the hand-over of frames
     StereoFrameCache _frameCache;
+    LiveDevice* const _live; ///< borrowed from the list of living nodes
 };
 
 static_assert(sizeof(std::atomic<float>) == sizeof(float), "same place as a plain float");

@@ -8,7 +8,9 @@
 #include <cstring>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -25,8 +27,7 @@ struct Library
     bool starts = true;
     const char* version = "9.8.7";
     std::map<int, std::string> texts;
-    int frameWidth = 0;
-    int frameHeight = 0;
+    std::optional<std::pair<int, int>> frameSize;
     VYRResolutionInfo resolution{};
     bool streaming = false;
     Callback callback;
@@ -69,6 +70,18 @@ void emitOwnRecord(std::uint32_t timestamp, bool hasSensorData, float temperatur
         record->timestamp = timestamp;
         record->hasSensorData = hasSensorData ? 1 : 0;
         record->temperature = temperature;
+    }
+    if (callback.function != nullptr)
+        callback.function(record, callback.userData);
+}
+
+void emitForeignRecord(const VYRFrameRecord* record, bool evenStopped)
+{
+    Callback callback;
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        if (library.streaming || evenStopped)
+            callback = library.callback;
     }
     if (callback.function != nullptr)
         callback.function(record, callback.userData);
@@ -167,8 +180,7 @@ void setText(int id, const std::string& bytes)
 void setFrameSize(int width, int height)
 {
     const std::lock_guard<std::mutex> guard(mutex);
-    library.frameWidth = width;
-    library.frameHeight = height;
+    library.frameSize = {width, height};
 }
 
 std::vector<std::string> calls()
@@ -201,14 +213,12 @@ void emitFrameWithTemperature(std::uint32_t timestamp, float temperature)
 
 void emitRecord(const VYRFrameRecord* record)
 {
-    Callback callback;
-    {
-        const std::lock_guard<std::mutex> guard(mutex);
-        if (library.streaming)
-            callback = library.callback;
-    }
-    if (callback.function != nullptr)
-        callback.function(record, callback.userData);
+    emitForeignRecord(record, false);
+}
+
+void emitLateRecord(const VYRFrameRecord* record)
+{
+    emitForeignRecord(record, true);
 }
 
 void emitLateFrame(std::uint32_t timestamp)
@@ -286,9 +296,10 @@ int __VYRParamGet__(void*, int id, ...)
     va_list arguments;
     va_start(arguments, id);
     if (id == VYRFrameSize) {
-        const bool own = library.frameWidth != 0;
-        *va_arg(arguments, int*) = own ? library.frameWidth : library.resolution.width;
-        *va_arg(arguments, int*) = own ? library.frameHeight : library.resolution.height;
+        const std::pair<int, int> asked = {library.resolution.width, library.resolution.height};
+        const auto [width, height] = library.frameSize.value_or(asked);
+        *va_arg(arguments, int*) = width;
+        *va_arg(arguments, int*) = height;
     } else if (id == VYRParameter18 || id == VYRParameter19) {
         *va_arg(arguments, int*) = id * 100;
     } else {

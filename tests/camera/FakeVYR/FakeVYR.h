@@ -26,7 +26,7 @@ void setOpens(bool opens);
 void setStarts(bool starts);
 void setVersion(const char* version);           ///< may be null; borrowed
 void setText(int id, const std::string& bytes); ///< written as it stands, at most 256 bytes, no zero added
-void setFrameSize(int width, int height);       ///< {0, 0}: the size of the resolution that was set last
+void setFrameSize(int width, int height);       ///< instead of the size of the resolution that was set last
 
 /// Every call in order, for instance "OpenVYR", "Enumerate 1 320 240 5 30", "Set 8 25 0", "Get 7", "StartVYR 1".
 std::vector<std::string> calls();
@@ -45,5 +45,6 @@ void emitRecord(const VYRFrameRecord* record);
 
 /// Emits to the callback that was installed last, even after StopVYR: a library that does not stop in time.
 void emitLateFrame(std::uint32_t timestamp);
+void emitLateRecord(const VYRFrameRecord* record);
 
 } // namespace FakeVYR
