@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+// Sits between the camera node and whichever camera library is loaded, and counts.
+
+#include "LibraryTap.h"
+
+#include <camera/VYRCameraDevice.h>
+
+#include <algorithm>
+
+#include <dlfcn.h>
+
+namespace {
+
+LibraryTap* tap = nullptr;
+
+template<typename Function>
+Function* libraryFunction(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+LibraryTap::LibraryTap(VYRCameraDevice& device)
+    : _device(device)
+{
+    for (std::size_t i = 0; i < frameCount; ++i) {
+        _frames[i] = device.FrameCache().Acquire();
+        _frames[i]->record = nullptr; // a new frame's fields are unset
+        _recordOfFrame[i] = &_records[i];
+    }
+    for (const StereoFrame* frame : _frames)
+        device.FrameCache().Release(frame);
+    _spare = &_records[frameCount];
+    QObject::connect(
+        &device, &VYRCameraDevice::QChanged, &device,
+        [this](const QString& length) {
+            _accepted = true;
+            if (length == QLatin1String("31"))
+                ++_counts.metFull;
+        },
+        Qt::DirectConnection);
+    tap = this;
+}
+
+LibraryTap::~LibraryTap()
+{
+    tap = nullptr;
+}
+
+bool LibraryTap::start(void* handle, VYRFrameCallback callback, void* userData, bool enabled)
+{
+    _callback = callback;
+    _userData = userData;
+    static auto* const startLibrary = libraryFunction<decltype(StartVYR)>("StartVYR");
+    return startLibrary(handle, &LibraryTap::onCallback, this, enabled);
+}
+
+bool LibraryTap::stop(void* handle)
+{
+    static auto* const stopLibrary = libraryFunction<decltype(StopVYR)>("StopVYR");
+    const bool result = stopLibrary(handle);
+    // Everybody is quiet now, and the node has not yet taken its frames back.
+    std::uint64_t taken = frameCount;
+    while (_device.FrameCache().Acquire() != nullptr)
+        --taken;
+    const auto queued = static_cast<std::uint64_t>(_device.Size());
+    _counts.leftQueued += queued;
+    _counts.refused += taken - queued;
+    return result;
+}
+
+bool LibraryTap::poolIsWhole()
+{
+    std::array<StereoFrame*, frameCount> found{};
+    for (StereoFrame*& frame : found)
+        frame = _device.FrameCache().Acquire();
+    for (const StereoFrame* frame : found)
+        _device.FrameCache().Release(frame);
+    return std::is_permutation(found.begin(), found.end(), _frames.begin());
+}
+
+void LibraryTap::onCallback(const VYRFrameRecord* record, void* userData)
+{
+    static_cast<LibraryTap*>(userData)->passOn(*record);
+}
+
+void LibraryTap::passOn(const VYRFrameRecord& record)
+{
+    ++_counts.emitted;
+    NumberedRecord* const numbered = _spare;
+    numbered->head = record;
+    numbered->number = _counts.emitted;
+    _accepted = false;
+    _callback(&numbered->head, _userData);
+
+    const auto frame = std::find_if(_frames.begin(), _frames.end(), [numbered](const StereoFrame* candidate) {
+        return candidate->record == &numbered->head;
+    });
+    if (!_accepted)
+        ++_counts.ignored;
+    else if (frame == _frames.end())
+        ++_counts.poolEmpty;
+    if (frame != _frames.end())
+        std::swap(_recordOfFrame[static_cast<std::size_t>(frame - _frames.begin())], _spare);
+    _emitted.store(_counts.emitted, std::memory_order_relaxed);
+}
+
+// The camera node finds these in the program before it finds the library's.
+extern "C" {
+
+__attribute__((visibility("default"))) bool StartVYR(void* handle, VYRFrameCallback callback, void* userData,
+                                                     bool enabled)
+{
+    return tap->start(handle, callback, userData, enabled);
+}
+
+__attribute__((visibility("default"))) bool StopVYR(void* handle)
+{
+    return tap->stop(handle);
+}
+
+} // extern "C"
