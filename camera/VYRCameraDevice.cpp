@@ -11,6 +11,7 @@
 
 #include <cstring>
 #include <limits>
+#include <vector>
 
 namespace {
 
@@ -28,6 +29,21 @@ constexpr double windowLength = 1.0;      // s
 
 /// Two 8-bit pictures per frame, in mebibytes: 2 / 1048576.
 constexpr float mebibytesPerPixel = 1.0F / 524288.0F;
+
+/// The queue's length in decimal. The texts are made once, by the first frame of all, so that none of the later ones
+/// asks the heap for its text.
+QString lengthText(std::int32_t length)
+{
+    static const std::vector<QString> texts = [] {
+        constexpr int lengths = 32; // a node's queue has 31 places
+        std::vector<QString> made;
+        for (int i = 0; i < lengths; ++i)
+            made.push_back(QString::number(i));
+        return made;
+    }();
+    const auto index = static_cast<std::size_t>(length);
+    return index < texts.size() ? texts[index] : QString::number(length);
+}
 
 } // namespace
 
@@ -334,7 +350,7 @@ void VYRCameraDevice::OnFrame(const VYRFrameRecord* record)
         return;
     SmoothTemperature(*record);
     MeasureFrameRate(*record);
-    emit QChanged(QString::number(Size()));
+    emit QChanged(lengthText(Size()));
     HandOver(record);
 }
 

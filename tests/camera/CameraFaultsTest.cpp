@@ -493,7 +493,10 @@ TEST_F(CameraFaults, BurstWithoutAConsumerFillsTheQueueAndNoMore)
     const QSignalSpy queue(device.get(), &VYRCameraDevice::QChanged);
     for (std::uint32_t i = 0; i < 10'000; ++i)
         FakeVYR::emitFrame(i);
-    EXPECT_EQ(queue.count(), 10'000);
+    ASSERT_EQ(queue.count(), 10'000);
+    for (int i = 0; i < 31; ++i)
+        EXPECT_EQ(queue.at(i).at(0).toString(), QString::number(i));
+    EXPECT_EQ(lastText(queue), "31");
     EXPECT_EQ(device->Size(), 31);
     EXPECT_EQ(countFreeFrames(*device), 0) << "31 queued, one refused";
     for (std::uint32_t i = 0; i < 31; ++i)
