@@ -14,9 +14,19 @@ packages+=(clang-tidy cppcheck)
 install_missing_packages
 build_targets all # for what Qt generates, which some sources include
 
-cppcheck --project="$build"/compile_commands.json -i build \
+# Each of our sources once: one that several programs share is not read for each of them.
+commands="$root/build/analysis/compile_commands.json"
+mkdir -p "$(dirname "$commands")"
+python3 - "$build" "$commands" <<'END'
+import json, sys
+build, commands = sys.argv[1:]
+with open(build + "/compile_commands.json") as file:
+    ours = {entry["file"]: entry for entry in json.load(file) if not entry["file"].startswith(build)}
+with open(commands, "w") as file:
+    json.dump(list(ours.values()), file)
+END
+
+cppcheck --project="$commands" \
     --enable=warning,performance,portability,style --std=c++17 --library=qt,posix,googletest,opencv2 \
     --suppressions-list=packaging/cppcheck-suppressions.txt --quiet -j "$(nproc)" --error-exitcode=1
-
-[ $# -gt 0 ] || set -- "^$root/(?!build/)"
-run-clang-tidy -quiet -p "$build" -j "$(nproc)" "$@"
+run-clang-tidy -quiet -p "$(dirname "$commands")" -j "$(nproc)" "$@"
