@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a hop from node to node costs, ours and others', with threads on one core, on two, and free.
 
-#include "HeapCounter.h"
 #include "Line.h"
 
 #include <bench/Figures.h>
+#include <tests/support/AllocationCount.h>
 
 #include <array>
 #include <ctime>
@@ -56,7 +56,7 @@ Usage usageNow()
     rusage usage;
     getrusage(RUSAGE_SELF, &usage);
     return {static_cast<std::int64_t>(processor.tv_sec) * 1'000'000'000 + processor.tv_nsec,
-            usage.ru_nvcsw + usage.ru_nivcsw, heapAllocations()};
+            usage.ru_nvcsw + usage.ru_nivcsw, static_cast<std::int64_t>(processAllocationCount())};
 }
 
 Processors allowedProcessors()
