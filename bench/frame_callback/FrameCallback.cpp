@@ -3,7 +3,7 @@
 //
 // Allocations of a frame, as counted here:
 //  - none for the text of QChanged: the texts of all lengths are made once;
-//  - 1/64 for the queue, whose list takes a block of 64 places at a time, when the frame is pushed;
+//  - none for the queue, which uses its blocks again;
 //  - 2 for each receiver on another thread: Qt's event, and the copy of the text in it.
 // Once per second of camera time the status text of InfoChanged comes on top; the frames here are 1 ms apart, so that
 // it is in the figures with a thousandth.
