@@ -42,9 +42,24 @@ void multiply(const std::uint8_t* in, const std::uint16_t* factors, int width, s
     for (int x = 0; x < width; ++x) {
         // The upper half of a product of 16-bit numbers: one instruction for eight pixels.
         const auto shifted = static_cast<std::uint16_t>(in[x] << 8U);
-        const auto value = static_cast<std::uint16_t>((static_cast<std::uint32_t>(shifted) * factors[x]) >> 16U);
-        out[x] = static_cast<std::uint8_t>(std::min<std::uint16_t>(value, 255U));
+        // Signed, since processors without an instruction for the lesser of two unsigned ones are common; the brightest
+        // light of exposure, gain and lamp together is 21 times white.
+        const auto value = static_cast<std::int16_t>((static_cast<std::uint32_t>(shifted) * factors[x]) >> 16U);
+        out[x] = static_cast<std::uint8_t>(std::min<std::int16_t>(value, 255));
     }
+}
+
+/// Writes a row from its end to its begin, eight pixels at a time.
+void mirror(const std::uint8_t* in, std::size_t width, std::uint8_t* out)
+{
+    std::size_t x = 0;
+    for (; x + 8 <= width; x += 8) {
+        std::uint64_t pixels = 0;
+        std::memcpy(&pixels, in + width - 8 - x, 8);
+        pixels = __builtin_bswap64(pixels);
+        std::memcpy(out + x, &pixels, 8);
+    }
+    std::reverse_copy(in, in + width - x, out + x);
 }
 
 } // namespace
@@ -76,7 +91,7 @@ void SensorReadout::read(const std::uint8_t* sensor, const Controls& controls, s
         const int target = controls.verticalFlip ? _mode.height - 1 - y : y;
         std::uint8_t* const out = picture + static_cast<std::size_t>(target) * stride;
         if (controls.horizontalFlip)
-            std::reverse_copy(pixels, pixels + width, out);
+            mirror(pixels, width, out);
         else
             std::memcpy(out, pixels, width);
     }

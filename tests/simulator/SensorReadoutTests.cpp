@@ -120,6 +120,21 @@ TEST(SensorReadout, FlipsMirrorThePicture)
     }
 }
 
+TEST(SensorReadout, FlipsMirrorAWidthThatIsNoMultipleOfEight)
+{
+    const Picture sensor = sensorPattern();
+    const Picture plain = read(sensor, 188, 120, 10);
+    Controls controls;
+    controls.horizontalFlip = true;
+    const Picture mirrored = read(sensor, 188, 120, 10, controls);
+    for (int y = 0; y < 120; ++y) {
+        for (int x = 0; x < 188; ++x) {
+            const auto at = [](int column, int row) { return static_cast<std::size_t>(row * 192 + column); };
+            ASSERT_EQ(mirrored[at(x, y)], plain[at(187 - x, y)]);
+        }
+    }
+}
+
 TEST(SensorReadout, ExposureAndGainScaleTheGreyValues)
 {
     const Picture sensor(sensorArea, 60);
