@@ -64,9 +64,16 @@ std::vector<std::uint8_t> bytes(const Square& in)
     return out;
 }
 
+/// The next whole number below. Without a call: older processors have no instruction for it.
+int wholeBelow(float value)
+{
+    const int whole = static_cast<int>(value);
+    return static_cast<float>(whole) > value ? whole - 1 : whole;
+}
+
 int levelOfPower(float power)
 {
-    return std::clamp(static_cast<int>(std::floor(power)), 0, Texture::levels - 1);
+    return std::clamp(wholeBelow(power), 0, Texture::levels - 1);
 }
 
 } // namespace
@@ -99,12 +106,10 @@ float Texture::sample(float x, float y, float texelsPerPixel) const
     const float scale = 1.0F / static_cast<float>(1 << index);
     const float scaledX = (x + 0.5F) * scale - 0.5F;
     const float scaledY = (y + 0.5F) * scale - 0.5F;
-    const float left = std::floor(scaledX);
-    const float top = std::floor(scaledY);
-    const float right = scaledX - left;
-    const float lower = scaledY - top;
-    const int column = static_cast<int>(left);
-    const int row = static_cast<int>(top);
+    const int column = wholeBelow(scaledX);
+    const int row = wholeBelow(scaledY);
+    const float right = scaledX - static_cast<float>(column);
+    const float lower = scaledY - static_cast<float>(row);
     const auto texel = [=](int dx, int dy) { return static_cast<float>(texels[at(column + dx, row + dy, side)]); };
     const float above = texel(0, 0) + (texel(1, 0) - texel(0, 0)) * right;
     const float below = texel(0, 1) + (texel(1, 1) - texel(0, 1)) * right;
