@@ -3,10 +3,9 @@
 
 #include "ObjectCache.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-
-#include <errno.h>
 
 void failObjectCacheCheck(const char* function)
 {
