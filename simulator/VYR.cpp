@@ -37,7 +37,7 @@ struct OpenCamera
 
 OpenCamera& openCamera()
 {
-    static OpenCamera* const theOne = new OpenCamera;
+    static auto* const theOne = new OpenCamera;
     return *theOne;
 }
 

@@ -113,7 +113,7 @@ QByteArray ico(const QList<int>& sizes, const QList<QByteArray>& pictures)
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setByteOrder(QDataStream::LittleEndian);
     stream << quint16(0) << quint16(1) << quint16(sizes.size());
-    quint32 offset = static_cast<quint32>(headerSize + entrySize * sizes.size());
+    auto offset = static_cast<quint32>(headerSize + entrySize * sizes.size());
     for (int i = 0; i < sizes.size(); ++i) {
         const auto edge = static_cast<quint8>(sizes[i] % 256); // 0 stands for 256
         const auto length = static_cast<quint32>(pictures[i].size());
