@@ -40,6 +40,7 @@ const unsigned char* pictureAt(const VYRFrameRecord* record, std::size_t offset)
     const auto place = valueAt<std::uint64_t>(record, offset);
     if (place > std::numeric_limits<std::uintptr_t>::max())
         return nullptr;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the record has numbers in the place of pointers
     return reinterpret_cast<const unsigned char*>(static_cast<std::uintptr_t>(place));
 }
 
