@@ -983,8 +983,8 @@ TEST_F(ApplicationWindowTest, TheDarkSkinsStyleSheetIsSevenRulesWithNothingBetwe
 {
     const QStringList rules = {
         "QTabWidget::pane{ border-top:1px solid #424242;background:#282828;}",
-        "QMenu{ color: white; selection-color: white; selection-background-color: #626262; background: #353535; "
-        "border: 0px; }",
+        ("QMenu{ color: white; selection-color: white; selection-background-color: #626262; background: #353535; "
+         "border: 0px; }"),
         "QMenuBar::item{ color: white; spacing: -10px; padding: 2px 4px; background: transparent; }",
         "QMenuBar::item:selected{ color: white; background: #626262; }",
         "QPushButton:disabled{ color : rgb(15,15,15); }",

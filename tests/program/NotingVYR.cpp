@@ -33,7 +33,7 @@ Function* simulated(const char* name)
 
 extern "C" {
 
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are the library's
 
 const char* VYRFrameLayout();
 
