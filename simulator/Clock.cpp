@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include <time.h>
+#include <time.h> // NOLINT(modernize-deprecated-headers): the clocks are those of POSIX
 
 namespace simulator {
 
