@@ -82,7 +82,7 @@ TEST_F(ResolutionVisualizationTest, BorderIsHalfTransparentAndTheWindowDotted)
     show({320, 240, 0, 30.0F, 1.0F, 60.0F});
     // White at alpha 0.5 on a darkened cell of 17.
     EXPECT_NEAR(pixel(0, 10).red(), 136, 2);
-    EXPECT_NEAR(pixel(751, 10).red(), (255 + 12) / 2, 4);
+    EXPECT_NEAR(pixel(751, 10).red(), (255 + 12) / 2.0, 4);
     int white = 0;
     int other = 0;
     const QImage image = picture->grab().toImage();
