@@ -361,7 +361,8 @@ TEST_F(SingleApplicationTest, ASocketOfAnotherUserIsNotSentTo)
         address.sun_family = AF_UNIX;
         std::strncpy(address.sun_path, socket.toUtf8(), sizeof address.sun_path - 1);
         const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        ::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address);
+        if (::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
+            ::_exit(1);
         ::listen(listener, 5);
         ::pause();
         ::_exit(0);
