@@ -32,8 +32,9 @@ struct Lengths
 constexpr std::int64_t pace = 1'000'000; // ns between items at 1,000 per second
 constexpr int warmUpItems = 200;
 
-const std::array<Contender, 6> contenders = {{
-    {"ours", makeOurLine},
+const std::array<Contender, 7> contenders = {{
+    {"ours", makeOurQueueLine},
+    {"our nodes", makeOurLine},
     {"textbook", makeTextbookLine},
     {"futex ring", makeFutexRingLine},
     {"boost ring", makeBoostRingLine},

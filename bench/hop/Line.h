@@ -74,6 +74,7 @@ struct Contender
     std::unique_ptr<Line> (*make)(int hops, const Processors& workers, Sink& sink);
 };
 
+std::unique_ptr<Line> makeOurQueueLine(int hops, const Processors& workers, Sink& sink);
 std::unique_ptr<Line> makeOurLine(int hops, const Processors& workers, Sink& sink);
 std::unique_ptr<Line> makeTextbookLine(int hops, const Processors& workers, Sink& sink);
 std::unique_ptr<Line> makeFutexRingLine(int hops, const Processors& workers, Sink& sink);

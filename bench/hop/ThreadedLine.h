@@ -5,13 +5,18 @@
 
 #include "Line.h"
 
+#include <libs/IPPCoreLib/NodeData.h>
+
 #include <array>
 #include <thread>
 #include <utility>
 
-/// An item of the peers that bring no item of their own.
-struct PlainItem
+/// An item of those that bring no item of their own. A NodeData, so that our own queue can carry it; the pool gets it
+/// back directly.
+struct PlainItem final : NodeData
 {
+    void Release() override {}
+
     std::int64_t sent = 0;
 };
 
