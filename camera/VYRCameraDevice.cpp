@@ -37,6 +37,7 @@ QString lengthText(std::int32_t length)
     static const std::vector<QString> texts = [] {
         constexpr int lengths = 32; // a node's queue has 31 places
         std::vector<QString> made;
+        made.reserve(lengths);
         for (int i = 0; i < lengths; ++i)
             made.push_back(QString::number(i));
         return made;
