@@ -92,11 +92,12 @@ add_custom_target(benchmarks)
 #     SOURCES file...
 #     [LIBRARIES target...]
 #     [QT]          the program has Qt meta-objects
-#     [GOOGLE])     written with Google Benchmark, whose main() is linked
+#     [GOOGLE]      written with Google Benchmark, whose main() is linked
+#     [UNLISTED])   not one of those that bench/run.sh runs
 #
-# A program that answers one question and prints its figures as bench/README.md says.
+# A program that answers one question and prints its figures as bench/README.md says, or one that has to do with it.
 function(add_host_benchmark name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "QT;GOOGLE" "" "SOURCES;LIBRARIES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "QT;GOOGLE;UNLISTED" "" "SOURCES;LIBRARIES")
     add_executable(${name} ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/${name}.run")
@@ -111,10 +112,12 @@ function(add_host_benchmark name)
         target_link_libraries(${name} PRIVATE benchmark::benchmark_main)
         set(kind google)
     endif()
-    set_property(GLOBAL APPEND PROPERTY VYR_BENCHMARKS "${kind} $<TARGET_FILE:${name}>")
+    if(NOT arg_UNLISTED)
+        set_property(GLOBAL APPEND PROPERTY VYR_BENCHMARKS "${kind} $<TARGET_FILE:${name}>")
+    endif()
 endfunction()
 
-# Writes the list of all benchmarks, for bench/run.sh: own or google, and the path of the program.
+# Writes the list of the benchmarks, for bench/run.sh: own or google, and the path of the program.
 function(list_host_benchmarks)
     get_property(benchmarks GLOBAL PROPERTY VYR_BENCHMARKS)
     list(JOIN benchmarks "\n" lines)

@@ -239,6 +239,6 @@ int main(int argc, char** argv)
 {
     std::set<std::string> chosen(argv + 1, argv + argc);
     const bool quick = chosen.erase("--quick") != 0;
-    measureRound(quick ? Lengths{50, 5'000'000} : Lengths{1500, 300'000'000}, chosen);
+    measureRound(quick ? Lengths{50, 5'000'000} : Lengths{1000, 300'000'000}, chosen);
     return 0;
 }
