@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // oneTBB's flow graph: one serial function node a hop.
 
-#include "ThreadedLine.h"
+#include "LockedPool.h"
 
 #include <tbb/flow_graph.h>
 #include <tbb/global_control.h>
 #include <tbb/info.h>
 #include <tbb/task_scheduler_observer.h>
-
-#include <mutex>
 
 namespace {
 
@@ -35,30 +33,6 @@ public:
 
 private:
     Processors _workers;
-};
-
-class Pool
-{
-public:
-    void Give(PlainItem* item)
-    {
-        const std::lock_guard<std::mutex> guard(_mutex);
-        _free.push_back(item);
-    }
-
-    PlainItem* Take()
-    {
-        const std::lock_guard<std::mutex> guard(_mutex);
-        if (_free.empty())
-            return nullptr;
-        PlainItem* const item = _free.back();
-        _free.pop_back();
-        return item;
-    }
-
-private:
-    std::mutex _mutex;
-    std::vector<PlainItem*> _free;
 };
 
 class TbbLine : public Line
@@ -108,7 +82,7 @@ public:
 
 private:
     std::array<PlainItem, poolSize> _items;
-    Pool _pool;
+    LockedPool _pool;
     tbb::global_control _limit;
     Pinning _pinning;
     tbb::flow::graph _graph;

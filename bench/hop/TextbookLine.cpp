@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The queue of the textbooks: a mutex, a condition variable and a deque.
 
-#include "ThreadedLine.h"
+#include "LockedPool.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -41,35 +41,9 @@ private:
     std::deque<PlainItem*> _items;
 };
 
-class TextbookPool
-{
-public:
-    void Add(PlainItem* item) { _free.push_back(item); }
-
-    PlainItem* Take()
-    {
-        const std::lock_guard<std::mutex> guard(_mutex);
-        if (_free.empty())
-            return nullptr;
-        PlainItem* const item = _free.back();
-        _free.pop_back();
-        return item;
-    }
-
-    void Give(PlainItem* item)
-    {
-        const std::lock_guard<std::mutex> guard(_mutex);
-        _free.push_back(item);
-    }
-
-private:
-    std::mutex _mutex;
-    std::vector<PlainItem*> _free;
-};
-
 } // namespace
 
 std::unique_ptr<Line> makeTextbookLine(int hops, const Processors&, Sink& sink)
 {
-    return std::make_unique<ThreadedLine<TextbookQueue, TextbookPool>>(hops, sink);
+    return std::make_unique<ThreadedLine<TextbookQueue, LockedPool>>(hops, sink);
 }
