@@ -25,8 +25,8 @@ public:
     void paint(const Box& box);
     void paint(const Ball& ball);
 
-    /// Darkens a round place on the floor, softly to its edge, by at most `strength` (0 to 1).
-    void paintShadow(Vector3 centre, float radius, float strength);
+    /// Darkens the floor around `place`, softly to the edge, by at most `strength` (0 to 1).
+    void paintShadow(Vector3 place, float radius, float strength);
 
 private:
     struct UprightFace;
