@@ -84,7 +84,7 @@ void Observer::look()
         return isCameraWanted() ? giveUp(status) : finish(*window, status);
     if (_elapsed.elapsed() > patience)
         return giveUp(status);
-    if (frameRateIn(status) <= 0.0)
+    if (window == nullptr || frameRateIn(status) <= 0.0)
         return;
 
     const QImage picture = centralPicture(*window);
