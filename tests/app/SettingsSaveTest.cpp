@@ -159,8 +159,8 @@ void fillSettingsFolder()
 {
     QFile file(settingsFolder().filePath("full"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    while (file.write(QByteArray(512, 'x')) > 0)
-        continue;
+    while (file.write(QByteArray(512, 'x')) > 0) {
+    }
     ASSERT_EQ(errno, ENOSPC);
 }
 

@@ -40,7 +40,8 @@ public:
 
     /// Returns when the callback is held. `timestamp` is the frame's; `inside` is run in the receiver, instead of the
     /// wait for letGo().
-    HeldCallback(VYRCameraDevice& device, Signal signal, std::uint32_t timestamp, std::function<void()> inside = {})
+    HeldCallback(VYRCameraDevice& device, Signal signal, std::uint32_t timestamp,
+                 const std::function<void()>& inside = {})
     {
         const auto receiver = [this, inside] {
             if (_held.exchange(true))

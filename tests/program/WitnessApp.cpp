@@ -26,7 +26,7 @@ bool has(const char* trouble)
 }
 
 /// How many frames the camera has queued, once there is no room for more, or there should not be.
-std::string queued(VYRCameraDevice& camera)
+std::string queued(const VYRCameraDevice& camera)
 {
     while (camera.Size() < 31)
         QThread::msleep(10);

@@ -10,7 +10,7 @@ namespace {
 QImage greyPicture(int width, int height, int grey)
 {
     QImage picture(width, height, QImage::Format_Grayscale8);
-    picture.fill(grey);
+    picture.fill(static_cast<unsigned>(grey));
     return picture;
 }
 

@@ -581,7 +581,8 @@ TEST_F(StereoViewSaving, OnlyTheEndOfTheProgramWaitsForPicturesThatAreBeingSaved
     host->start();
     PictureFrame& frame = newFrame(1600, 1200, 40, 200); // large and noisy, so that it takes its time
     for (int i = 0; i < 1600 * 1200; ++i)
-        frame.setLeftPixel(i % 1600, i / 1600, static_cast<unsigned char>(i * 2654435761U >> 24U));
+        frame.setLeftPixel(i % 1600, i / 1600,
+                           static_cast<unsigned char>(static_cast<unsigned>(i) * 2654435761U >> 24U));
     show(frame);
     for (int i = 0; i < 5; ++i)
         QTest::keyClick(host.get(), Qt::Key_S);
