@@ -15,7 +15,8 @@ install_missing_packages
 build_targets all # for what Qt generates, which some sources include
 
 # Each of our sources once: one that several programs share is not read for each of them.
-commands="$root/build/analysis/compile_commands.json"
+# Named from here, since cppcheck names the sources as it is given these, and the suppressions name them from here, too.
+commands=build/analysis/compile_commands.json
 mkdir -p "$(dirname "$commands")"
 python3 - "$build" "$commands" <<'END'
 import json, sys
