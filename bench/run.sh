@@ -21,7 +21,7 @@ if [ "$rounds" = --quick ]; then
     google_options+=(--benchmark_min_time=0.001)
 fi
 
-packages+=(gstreamer1.0-plugins-base libbenchmark-dev libboost-dev libgstreamer1.0-dev libtbb-dev python3)
+packages+=(libbenchmark-dev libboost-dev libgstreamer1.0-dev libtbb-dev python3)
 install_missing_packages >&2
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVYR_BUILD_BENCHMARKS=ON -DBUILD_TESTING=OFF >&2
 cmake --build "$build" --target benchmarks >&2

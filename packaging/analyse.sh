@@ -10,7 +10,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/packaging/prepare.sh"
 cd "$root"
 
-packages+=(clang-tidy cppcheck)
+packages+=(clang-tidy cppcheck python3)
 install_missing_packages
 build_targets all # for what Qt generates, which some sources include
 
