@@ -89,7 +89,7 @@ def verdict(goal, values):
 def rows(results, goals):
     for question, contenders in results.items():
         ours = contenders.get(OURS, {})
-        for contender, by_round in contenders.items():
+        for contender, by_round in sorted(contenders.items(), key=lambda item: item[0] != OURS):
             values = list(by_round.values())
             if contender == OURS:
                 yield question, contender, spread(values), "", verdict(goals.get((question, "-")), values)

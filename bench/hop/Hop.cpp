@@ -6,8 +6,10 @@
 #include <bench/Figures.h>
 #include <tests/support/AllocationCount.h>
 
+#include <algorithm>
 #include <array>
 #include <ctime>
+#include <random>
 #include <set>
 #include <thread>
 
@@ -215,6 +217,15 @@ void measureSaturated(const std::string& where, const Contender& contender, int 
     printFigure(question + "heap allocations per item", contender.name, allocations / arrived);
 }
 
+/// All contenders, beginning with another one each time: who comes first finds the machine in another state.
+std::vector<Contender> contendersInTurn()
+{
+    std::vector<Contender> turn(contenders.begin(), contenders.end());
+    const auto first = static_cast<std::ptrdiff_t>(std::random_device()() % turn.size());
+    std::rotate(turn.begin(), turn.begin() + first, turn.end());
+    return turn;
+}
+
 void measureRound(const Lengths& lengths, const std::set<std::string>& chosen)
 {
     for (const Placement& placement : placements()) {
@@ -222,7 +233,7 @@ void measureRound(const Lengths& lengths, const std::set<std::string>& chosen)
         printFigure("pacer, " + placement.name + ": processor time per tick (us)", "pacer", pacer);
         for (const int hops : {1, 3}) {
             const std::string where = (hops == 1 ? "1 hop, " : "3 hops, ") + placement.name;
-            for (const Contender& contender : contenders) {
+            for (const Contender& contender : contendersInTurn()) {
                 if (!chosen.empty() && chosen.count(contender.name) == 0)
                     continue;
                 measurePaced(where, contender, hops, placement, lengths.pacedItems, pacer);
