@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "AdaptiveMutex.h"
 #include "IPPCoreLibExport.h"
 
 #include <cstdint>
@@ -48,7 +49,7 @@ public:
     /// and whatever the creator throws.
     void Fill(const std::function<T*()>& creator)
     {
-        const std::lock_guard<std::mutex> guard(_mutex);
+        const std::lock_guard<AdaptiveMutex> guard(_mutex);
         for (Slot& slot : _objectCache) {
             slot.obj = creator();
             slot.inUse = false;
@@ -59,7 +60,7 @@ public:
     /// marks stay as they are. Throws std::bad_function_call for an empty destroyer and whatever it throws.
     void Clear(const std::function<void(T*)>& destroyer)
     {
-        const std::lock_guard<std::mutex> guard(_mutex);
+        const std::lock_guard<AdaptiveMutex> guard(_mutex);
         for (Slot& slot : _objectCache) {
             destroyer(slot.obj);
             slot.obj = nullptr;
@@ -70,7 +71,7 @@ public:
     /// last, so that what was given back last is lent again last.
     T* Acquire()
     {
-        const std::lock_guard<std::mutex> guard(_mutex);
+        const std::lock_guard<AdaptiveMutex> guard(_mutex);
         std::uint32_t i = _cursor;
         for (std::size_t looked = 0; looked < _objectCache.size(); ++looked) {
             Slot& slot = _objectCache[i];
@@ -89,7 +90,7 @@ public:
     /// Gives `object` back. One that is not in the pool, or that is free already, changes nothing.
     void Release(const T* object)
     {
-        const std::lock_guard<std::mutex> guard(_mutex);
+        const std::lock_guard<AdaptiveMutex> guard(_mutex);
         for (Slot& slot : _objectCache) {
             if (slot.obj == object) {
                 slot.inUse = false;
@@ -101,7 +102,7 @@ public:
     /// Marks every slot free, also those whose objects are still out.
     void ReleaseAll()
     {
-        const std::lock_guard<std::mutex> guard(_mutex);
+        const std::lock_guard<AdaptiveMutex> guard(_mutex);
         for (Slot& slot : _objectCache)
             slot.inUse = false;
     }
@@ -113,7 +114,7 @@ private:
         bool inUse = false; ///< handed out and not yet given back
     };
 
-    std::mutex _mutex; ///< guards everything below
+    AdaptiveMutex _mutex; ///< guards everything below
     std::vector<Slot> _objectCache;
     std::uint32_t _cursor = 0; ///< where the next search begins
 };

@@ -3,6 +3,8 @@
 
 #include "WaitableQueue.h"
 
+#include <mutex>
+
 template<typename Item>
 WaitableQueue<Item>::WaitableQueue(std::int32_t capacity)
     : _capacity(capacity)
@@ -16,7 +18,7 @@ template<typename Item>
 bool WaitableQueue<Item>::Push(Item item)
 {
     {
-        const std::lock_guard<std::mutex> guard(_mutex);
+        const std::lock_guard<AdaptiveMutex> guard(_mutex);
         // Deliberate: the limit is one short of the capacity, so a queue of 32 holds 31 items and a pool of 32
         // objects always has one more to lend than its queue can keep. Compared unsigned: a capacity of 0
         // sets no limit.
@@ -48,7 +50,7 @@ void WaitableQueue<Item>::Clear()
 {
     // Deliberate: the items are not released. Who clears a queue also stops the pool's user and takes every object back
     // at once; a release here would reach into pools that may be gone.
-    const std::lock_guard<std::mutex> guard(_mutex);
+    const std::lock_guard<AdaptiveMutex> guard(_mutex);
     _items.clear();
     _count.store(0, std::memory_order_relaxed);
 }
@@ -56,7 +58,7 @@ void WaitableQueue<Item>::Clear()
 template<typename Item>
 bool WaitableQueue<Item>::TakeFront(Item& item)
 {
-    const std::lock_guard<std::mutex> guard(_mutex);
+    const std::lock_guard<AdaptiveMutex> guard(_mutex);
     if (Size() < 1)
         return false;
     item = _items.front();

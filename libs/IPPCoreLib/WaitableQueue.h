@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "AdaptiveMutex.h"
 #include "BlockReusingAllocator.h"
 #include "IPPCoreLibExport.h"
 #include "NodeData.h"
@@ -12,7 +13,6 @@
 #include <atomic>
 #include <cstdint>
 #include <deque>
-#include <mutex>
 
 /// A bounded first-in-first-out queue of pointers that it does not own. Producer and one consumer meet here:
 ///  - full: Push() refuses at once and the producer keeps the item;
@@ -49,7 +49,7 @@ public:
 private:
     bool TakeFront(Item& item);
 
-    std::mutex _mutex; ///< guards _items and every change of _count
+    AdaptiveMutex _mutex; ///< guards _items and every change of _count
     pt::trigger _filled{true, false};
     std::deque<Item, BlockReusingAllocator<Item>> _items;
     std::atomic<std::int32_t> _count{0}; ///< always the size of _items while the mutex is held

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -173,6 +174,44 @@ TEST(Trigger, APostOfASignalledOneWakesNobody)
     EXPECT_EQ(PosixCalls::conditionSignal.calls, before);
     EXPECT_TRUE(trigger.wait(0));
     EXPECT_FALSE(trigger.wait(0)) << "posts do not add up";
+}
+
+TEST(Trigger, APostOfASignalledOneTakesNoLock)
+{
+    pt::trigger trigger(true, true);
+    const int before = PosixCalls::mutexLock.calls;
+    trigger.post();
+    EXPECT_EQ(PosixCalls::mutexLock.calls, before);
+}
+
+TEST(Trigger, NoPostIsLostWhileAWaiterClears)
+{
+    pt::trigger trigger(true, false);
+    std::mutex mutex;
+    int given = 0; // guarded by mutex
+    std::atomic<int> seen{0};
+    std::atomic<bool> lost{false};
+    std::thread poster([&] {
+        for (int burst = 0; burst < 20'000 && !lost; ++burst) {
+            for (int i = 0; i < 2; ++i) { // the second one comes while the waiter clears the first one
+                {
+                    const std::lock_guard<std::mutex> guard(mutex);
+                    ++given;
+                }
+                trigger.post();
+            }
+            while (seen != 2 * (burst + 1) && !lost)
+                std::this_thread::yield();
+        }
+    });
+    while (seen < 40'000 && !lost) {
+        const bool woken = trigger.wait(2'000);
+        const std::lock_guard<std::mutex> guard(mutex);
+        lost = !woken && given != seen;
+        seen = given;
+    }
+    poster.join();
+    EXPECT_FALSE(lost);
 }
 
 TEST(Trigger, WaitLastsAtLeastItsTimeOut)

@@ -54,6 +54,10 @@ void trigger::wait()
 
 void trigger::post()
 {
+    // A waiter that is let through clears the state first and looks at what it came for afterwards. So whoever finds
+    // the state still set here, after having changed that, may rely on the waiter's finding the change.
+    if (_state != 0)
+        return;
     pthread_mutex_lock(&_mutex);
     const bool was_signalled = _state != 0;
     _state = 1;

@@ -5,6 +5,8 @@
 
 #include <libs/IPPCoreLib/IPPCoreLibExport.h>
 
+#include <atomic>
+
 #include <pthread.h>
 
 namespace pt {
@@ -30,13 +32,14 @@ public:
     void wait();
 
     /// Signals: wakes one waiter of an auto-reset trigger, all waiters of a manual one. Posts do not add up. Makes no
-    /// system call when nobody waits.
+    /// system call when nobody waits, and nothing but one look when the trigger is signalled already. What a waiter is
+    /// let through to look at is therefore to be guarded on both sides by a mutex of its own, or sequentially consistent.
     void post();
 
 private:
-    pthread_mutex_t _mutex; ///< guards _state
+    pthread_mutex_t _mutex; ///< held while _state is changed, and from the look at it until the waiter waits
     pthread_cond_t _condition;
-    int _state; ///< non-zero while signalled
+    std::atomic<int> _state; ///< non-zero while signalled
     bool _autoreset;
 };
 
