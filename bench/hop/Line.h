@@ -11,8 +11,8 @@
 #include <vector>
 
 /// What all contenders have in common, so that only the hand-over differs.
-constexpr int poolSize = 32;
 constexpr int queueLength = 31;
+constexpr int poolSize = queueLength; ///< no more than one queue takes, so that no node in the middle is ever refused
 constexpr int longestWait = 5; ///< ms that a consumer sleeps at most before it looks whether it is stopped
 
 /// Where items end: the last node of a line reports each one here, at the beginning of its processing.

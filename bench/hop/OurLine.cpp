@@ -56,9 +56,8 @@ public:
     {
         Item* const item = static_cast<Item*>(data);
         item->Retain();
-        // A real node would drop the item. Here all contenders carry every one of them, as the figures are to compare.
-        while (!OutputQueue().Push(item))
-            std::this_thread::yield();
+        if (!OutputQueue().Push(item))
+            std::abort(); // cannot be: all items of the pool have their place
     }
 };
 

@@ -8,6 +8,7 @@
 #include <libs/IPPCoreLib/NodeData.h>
 
 #include <array>
+#include <cstdlib>
 #include <thread>
 #include <utility>
 
@@ -66,8 +67,8 @@ private:
             if (item == nullptr)
                 continue;
             if (hop + 1 < _queues.size()) {
-                while (!_queues[hop + 1].Push(item))
-                    std::this_thread::yield();
+                if (!_queues[hop + 1].Push(item))
+                    std::abort(); // cannot be: all items of the pool have their place
             } else {
                 _sink.Arrived(item->sent);
                 _pool.Give(item);
