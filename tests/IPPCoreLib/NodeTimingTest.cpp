@@ -1,53 +1,73 @@
 // SPDX-License-Identifier: Apache-2.0
 // NodeTiming: samples and averages.
 
+#include "PosixCalls.h"
+
 #include <libs/IPPCoreLib/NodeTiming.h>
 
 #include <gtest/gtest.h>
 
-#include <thread>
+#include <cstdint>
 
 namespace {
 
-void takeSample(NodeTiming& timing, int milliseconds)
-{
-    timing.BeginTiming();
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-    timing.EndTiming();
-}
+constexpr double exact = 1e-6; // but for what seconds with a fraction lose
 
-TEST(NodeTiming, BeginsWithAnAverageOfZero)
+/// A millisecond before the 32-bit count of milliseconds becomes negative, in this century.
+constexpr std::int64_t beforeTheWrap = (223LL << 32) + (1LL << 31) - 1; // ms
+
+class NodeTimingTest : public testing::Test
 {
+protected:
+    void takeSample(std::int64_t milliseconds)
+    {
+        timing.BeginTiming();
+        PosixCalls::wallClock += milliseconds * 1'000;
+        timing.EndTiming();
+    }
+
     NodeTiming timing;
+
+private:
+    const PosixCalls::StandingClock clock{beforeTheWrap * 1'000};
+};
+
+TEST_F(NodeTimingTest, BeginsWithAnAverageOfZero)
+{
     EXPECT_EQ(timing.AverageMilliseconds(1), 0.0);
 }
 
-TEST(NodeTiming, AnAverageOfNoSamplesIsThePreviousOne)
+TEST_F(NodeTimingTest, AnAverageOfNoSamplesIsThePreviousOne)
 {
-    NodeTiming timing;
     EXPECT_EQ(timing.AverageMilliseconds(0), 0.0);
     EXPECT_EQ(timing.AverageMilliseconds(-1), 0.0);
 }
 
-TEST(NodeTiming, AveragesInMilliseconds)
+TEST_F(NodeTimingTest, AveragesInMilliseconds)
 {
-    NodeTiming timing;
-    takeSample(timing, 20);
-    takeSample(timing, 20);
-    const double average = timing.AverageMilliseconds(2);
-    EXPECT_GE(average, 19.0);
-    EXPECT_LT(average, 5'000.0);
+    PosixCalls::wallClock += 1'000; // past the wrap
+    takeSample(20);
+    takeSample(25);
+    EXPECT_NEAR(timing.AverageMilliseconds(2), 22.5, exact);
 }
 
-TEST(NodeTiming, FewerSamplesThanTheMinimumReturnThePreviousAverageAndGoOnGathering)
+TEST_F(NodeTimingTest, FewerSamplesThanTheMinimumReturnThePreviousAverageAndGoOnGathering)
 {
-    NodeTiming timing;
-    takeSample(timing, 10);
+    PosixCalls::wallClock += 1'000;
+    takeSample(10);
     EXPECT_EQ(timing.AverageMilliseconds(2), 0.0);
-    takeSample(timing, 10);
-    const double average = timing.AverageMilliseconds(2);
-    EXPECT_GT(average, 0.0) << "the first sample was kept";
-    EXPECT_EQ(timing.AverageMilliseconds(1), average) << "gathering began anew";
+    takeSample(30);
+    EXPECT_NEAR(timing.AverageMilliseconds(2), 20.0, exact) << "the first sample was kept";
+    takeSample(50);
+    EXPECT_NEAR(timing.AverageMilliseconds(2), 20.0, exact) << "gathering began anew";
+}
+
+TEST_F(NodeTimingTest, AnItemAcrossTheWrapOfTheClockSpoilsOneAverage)
+{
+    takeSample(1);
+    EXPECT_NEAR(timing.AverageMilliseconds(1), 1.0 - 4'294'967'296.0, exact);
+    takeSample(1);
+    EXPECT_NEAR(timing.AverageMilliseconds(1), 1.0, exact);
 }
 
 } // namespace

@@ -25,6 +25,7 @@ Counter conditionSignal;
 Counter timedWait;
 std::atomic<long long> longestTimedWait{0};
 std::atomic<int> threadEntryDelay{0};
+std::atomic<std::int64_t> wallClock{0};
 std::atomic<int> mutexesHeldAtSignal{0};
 
 namespace {
@@ -123,6 +124,16 @@ int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex, co
 {
     noteDeadline(*deadline);
     return countAndCall(timedWait, "pthread_cond_timedwait", &pthread_cond_timedwait, condition, mutex, deadline);
+}
+
+int gettimeofday(timeval* now, void* zone) noexcept
+{
+    const std::int64_t standing = wallClock;
+    if (standing == 0)
+        return reinterpret_cast<int (*)(timeval*, void*)>(dlsym(RTLD_NEXT, "gettimeofday"))(now, zone);
+    now->tv_sec = static_cast<time_t>(standing / 1'000'000);
+    now->tv_usec = static_cast<suseconds_t>(standing % 1'000'000);
+    return 0;
 }
 
 } // extern "C"

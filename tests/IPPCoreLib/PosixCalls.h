@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 
 /// The test program defines these POSIX functions itself, in front of the C library's, so that the library under test
 /// calls them here. They count, then fail if told to, else do the real thing.
@@ -33,5 +34,19 @@ extern std::atomic<long long> longestTimedWait;
 
 /// How long a new thread is kept from running its entry, in milliseconds.
 extern std::atomic<int> threadEntryDelay;
+
+/// What gettimeofday() tells, in microseconds since the epoch; 0 for the real time.
+extern std::atomic<std::int64_t> wallClock;
+
+/// Sets the wall clock, which then stands, and lets it run again at the end of its life.
+class StandingClock
+{
+public:
+    explicit StandingClock(std::int64_t microseconds) { wallClock = microseconds; }
+    ~StandingClock() { wallClock = 0; }
+
+    StandingClock(const StandingClock&) = delete;
+    StandingClock& operator=(const StandingClock&) = delete;
+};
 
 } // namespace PosixCalls

@@ -60,11 +60,16 @@ TEST(SafeThread, DestructionJoinsAnExecutingThread)
 
 TEST(SafeThread, DestructionRightAfterStartNeverLeavesAThreadOnADeadObject)
 {
-    for (int i = 0; i < 500; ++i) {
+    constexpr int count = 500;
+    const int joined = PosixCalls::threadJoin.calls;
+    std::atomic<int> runs{0};
+    for (int i = 0; i < count; ++i) {
         SafeThread thread(false);
-        thread.callable = [] {};
+        thread.callable = [&] { ++runs; };
         thread.start();
     }
+    EXPECT_EQ(runs, count);
+    EXPECT_EQ(PosixCalls::threadJoin.calls - joined, count);
 }
 
 TEST(SafeThread, HasRoomForTheWorkersName)
