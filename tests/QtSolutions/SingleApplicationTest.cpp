@@ -43,6 +43,8 @@ namespace {
 
 constexpr int limit = 20000; // milliseconds that anything may take on a busy machine
 
+constexpr int longerThanAnyTest = 10 * limit; // for sending: who tries so long does not come back in time
+
 const uid_t nobody = 65534;
 
 QString programPath()
@@ -137,7 +139,7 @@ protected:
         return names.size() == 1 ? userFolder() + '/' + names.first() : QString();
     }
 
-    std::unique_ptr<Instance> start(const QString& message = "hello", int timeout = 5000,
+    std::unique_ptr<Instance> start(const QString& message = "hello", int timeout = limit,
                                     const QStringList& more = {}) const
     {
         return std::make_unique<Instance>(folder(), QStringList({message, QString::number(timeout)}) + more);
@@ -146,19 +148,30 @@ protected:
     /// A first instance that has said so.
     std::unique_ptr<Instance> startFirst(const QStringList& more = {}) const
     {
-        auto instance = start("hello", 5000, more);
+        auto instance = start("hello", limit, more);
         EXPECT_TRUE(instance->isFirst());
         return instance;
     }
 
-    /// The running instance still takes a message, and soon.
+    /// The running instance still takes a message.
     void expectStillAnswers(Instance& first) const
     {
-        QElapsedTimer time;
-        time.start();
-        EXPECT_EQ(start("still there")->exitCode(), 0);
+        EXPECT_EQ(start("still there", limit)->exitCode(), 0);
         EXPECT_EQ(first.line(), "message 11 still there restored");
-        EXPECT_LT(time.elapsed(), 4000);
+    }
+
+    /// Whether the running instance ends a connection because of these bytes, and not because its time is over. Tried
+    /// again when this process was kept waiting for so long that it cannot tell.
+    bool endsAConnectionWith(const QByteArray& bytes) const
+    {
+        for (int attempt = 0; attempt < 10; ++attempt) {
+            QElapsedTimer time;
+            time.start();
+            RawConnection connection(only("socket"));
+            if (connection.write(bytes) && connection.isEndedWithin(limit) && time.elapsed() < MessageServer::timeLimit)
+                return true;
+        }
+        return false;
     }
 
 private:
@@ -192,10 +205,7 @@ TEST_F(SingleApplicationTest, TheLongestMessageArrivesAndALongerOneIsNotSent)
     const auto first = startFirst();
     EXPECT_EQ(start(QString("repeat:%1").arg(longestMessage))->exitCode(), 0);
     EXPECT_TRUE(first->line().startsWith("message 1048576 xxx"));
-    QElapsedTimer time;
-    time.start();
-    EXPECT_EQ(start(QString("repeat:%1").arg(longestMessage + 1), limit)->exitCode(), 1);
-    EXPECT_LT(time.elapsed(), limit / 2) << "it tried";
+    EXPECT_EQ(start(QString("repeat:%1").arg(longestMessage + 1), longerThanAnyTest)->exitCode(), 1) << "it tried";
 }
 
 TEST_F(SingleApplicationTest, MessagesArriveInTheOrderOfTheirSending)
@@ -371,8 +381,8 @@ TEST_F(SingleApplicationTest, ASocketOfAnotherUserIsNotSentTo)
     EXPECT_FALSE(isAnswered(socket));
     QElapsedTimer time;
     time.start();
-    EXPECT_FALSE(sendInstanceMessage(socket, "secret", limit));
-    EXPECT_LT(time.elapsed(), limit / 2);
+    EXPECT_FALSE(sendInstanceMessage(socket, "secret", longerThanAnyTest));
+    EXPECT_LT(time.elapsed(), limit);
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
 }
@@ -414,22 +424,16 @@ TEST_F(SingleApplicationTest, ALongTemporaryFolderIsNoHindrance)
 TEST_F(SingleApplicationTest, JunkEndsItsConnectionAndNothingElse)
 {
     const auto first = startFirst();
-    for (const QByteArray& junk : {QByteArray("GET / HTTP/1.1\r\n\r\n"), QByteArray("JUNK\0\0\0\1x", 9)}) {
-        RawConnection connection(only("socket"));
-        ASSERT_TRUE(connection.write(junk));
-        EXPECT_TRUE(connection.isEndedWithin(MessageServer::timeLimit / 2));
-    }
+    for (const QByteArray& junk : {QByteArray("GET / HTTP/1.1\r\n\r\n"), QByteArray("JUNK\0\0\0\1x", 9)})
+        EXPECT_TRUE(endsAConnectionWith(junk)) << junk.constData();
     expectStillAnswers(*first);
 }
 
 TEST_F(SingleApplicationTest, AnAnnouncementOfAGiganticMessageEndsItsConnection)
 {
     const auto first = startFirst();
-    for (const QByteArray& length : {QByteArray("\xff\xff\xff\xff", 4), QByteArray("\x00\x10\x00\x01", 4)}) {
-        RawConnection connection(only("socket"));
-        ASSERT_TRUE(connection.write(frameStart() + length));
-        EXPECT_TRUE(connection.isEndedWithin(MessageServer::timeLimit / 2));
-    }
+    for (const QByteArray& length : {QByteArray("\xff\xff\xff\xff", 4), QByteArray("\x00\x10\x00\x01", 4)})
+        EXPECT_TRUE(endsAConnectionWith(frameStart() + length)) << length.toHex().constData();
     expectStillAnswers(*first);
 }
 
@@ -540,10 +544,18 @@ TEST_F(SingleApplicationTest, ConnectionsThatEndAtOnceLeaveNothingBehind)
 {
     const auto first = startFirst();
     const int before = first->openFiles();
-    for (int i = 0; i < 200; ++i)
-        RawConnection(only("socket")).write("QSA");
+    bool gone = false;
+    for (int attempt = 0; attempt < 5 && !gone; ++attempt) { // again when it took so long that time has ended them
+        QElapsedTimer time;
+        for (int i = 0; i < 200; ++i) {
+            time.start();
+            RawConnection(only("socket")).write("QSA");
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return first->openFiles() <= before; }, limit));
+        gone = time.elapsed() < MessageServer::timeLimit;
+    }
+    EXPECT_TRUE(gone);
     expectStillAnswers(*first);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return first->openFiles() <= before + 1; }, MessageServer::timeLimit / 2));
 }
 
 QtSingleApplication* application()
@@ -557,8 +569,8 @@ TEST_F(SingleApplicationTest, TheRunningInstanceSendsNoMessageToItself)
     EXPECT_FALSE(application()->isRunning());
     QElapsedTimer time;
     time.start();
-    EXPECT_FALSE(application()->sendMessage("me"));
-    EXPECT_LT(time.elapsed(), 2000);
+    EXPECT_FALSE(application()->sendMessage("me", longerThanAnyTest));
+    EXPECT_LT(time.elapsed(), limit);
 }
 
 TEST_F(SingleApplicationTest, TheIdentifierIsThePathOfTheExecutable)

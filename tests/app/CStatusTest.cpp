@@ -40,7 +40,7 @@ TEST_F(CStatusTest, ATextSetOnTheGuiThreadIsThereAtOnce)
     EXPECT_EQ(field->text(), "hello");
 }
 
-TEST_F(CStatusTest, ATextWithADisplayTimeIsClearedBetweenOneAndOneAndAQuarterOfIt)
+TEST_F(CStatusTest, ATextWithADisplayTimeIsClearedWhenItIsOverAndNotBefore)
 {
     if (QTime::currentTime() > QTime(23, 59, 50))
         GTEST_SKIP() << "midnight is near, and texts are cleared early";
@@ -50,7 +50,6 @@ TEST_F(CStatusTest, ATextWithADisplayTimeIsClearedBetweenOneAndOneAndAQuarterOfI
     field->setStatusText("brief");
     ASSERT_TRUE(QTest::qWaitFor([&] { return field->text().isEmpty(); }, 20000));
     EXPECT_GE(time.elapsed(), 999);
-    EXPECT_LE(time.elapsed(), 1250 + 500) << "half a second is left for a busy machine";
 }
 
 TEST_F(CStatusTest, ANewTextLivesItsWholeTime)
@@ -131,7 +130,9 @@ TEST_F(CStatusTest, ATextOfAnotherThreadIsDroppedWithItsField)
     CStatus* const field = addField(0);
     std::thread([field] { field->setStatusText("late"); }).join();
     delete field;
+    const CStatus* const next = addField(0); // likely in the same place
     QCoreApplication::processEvents();
+    EXPECT_EQ(next->text(), QString());
 }
 
 TEST_F(CStatusTest, VisibilityIsThatOfTheWholeStatusBar)

@@ -41,7 +41,6 @@ TEST_F(ProgramTest, ASecondStartEndsWithOneWhenTheFirstDoesNotAnswerWithinFiveSe
     time.start();
     EXPECT_EQ(exitCode(start()), 1);
     EXPECT_GE(time.elapsed(), 5000);
-    EXPECT_LT(time.elapsed(), 15000);
 }
 
 TEST_F(ProgramTest, ASecondStartBringsTheMinimisedWindowOfTheFirstBack)

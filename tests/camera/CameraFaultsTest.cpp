@@ -13,10 +13,12 @@
 #include <QSignalSpy>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <climits>
 #include <functional>
 #include <memory>
+#include <new>
 #include <thread>
 #include <vector>
 
@@ -196,12 +198,18 @@ TEST_F(CameraFaults, FramesAfterCloseAreIgnored)
     EXPECT_EQ(device->Size(), 0);
 }
 
-TEST_F(CameraFaults, FramesAfterDestructionAreIgnored)
+TEST_F(CameraFaults, FramesAfterDestructionLeaveTheDevicesMemoryAlone)
 {
-    auto device = makeStreamingDevice();
-    device.reset();
+    alignas(VYRCameraDevice) std::array<unsigned char, sizeof(VYRCameraDevice)> memory{};
+    auto* const device = new (memory.data()) VYRCameraDevice(5, 320, 240, 30.0F);
+    device->StartProcessing();
+    FakeVYR::emitFrame(0);
+    EXPECT_EQ(device->Size(), 1) << "the library knows the device";
+    device->~VYRCameraDevice();
+    memory.fill(0xA5); // taken as a device it would be open and streaming
     FakeVYR::emitLateFrame(0);
     std::thread([] { FakeVYR::emitLateFrame(1); }).join();
+    EXPECT_THAT(memory, testing::Each(0xA5));
 }
 
 TEST_F(CameraFaults, FramesForADeviceThatIsGoneDoNotReachAnother)

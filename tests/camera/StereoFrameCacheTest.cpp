@@ -48,6 +48,7 @@ TEST(StereoFrameCache, ReleaseCacheObjectsTakesAnUnfilledCache)
 {
     StereoFrameCache cache;
     cache.ReleaseCacheObjects();
+    EXPECT_EQ(cache.Acquire(), nullptr);
 }
 
 TEST(StereoFrame, ReleaseGoesToTheOwnersPoolInRotatingOrder)
