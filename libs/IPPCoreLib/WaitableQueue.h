@@ -36,8 +36,9 @@ public:
     /// Never waits for anybody but for the short lock.
     bool Push(Item item);
 
-    /// Takes the front item. On an empty queue waits at most `timeout` milliseconds (negative: without limit);
-    /// null when nothing arrived, or when another's item was gone again, or when the item itself is null.
+    /// Takes the front item. On an empty queue waits at most `timeout` milliseconds (negative: without limit), once:
+    /// null when nothing arrived, and also, before that time, when what arrived was cleared or was the item that an
+    /// earlier call has taken without waiting for it. So null is no reason to give up. An item may itself be null.
     Item Pop(std::int32_t timeout);
 
     /// Forgets every item, without releasing it.

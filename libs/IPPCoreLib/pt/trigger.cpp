@@ -55,7 +55,8 @@ void trigger::wait()
 void trigger::post()
 {
     // A waiter that is let through clears the state first and looks at what it came for afterwards. So whoever finds
-    // the state still set here, after having changed that, may rely on the waiter's finding the change.
+    // the state still set here, after having changed that, may rely on the waiter's finding the change. Not relaxed:
+    // neither side's look may overtake its own change.
     if (_state != 0)
         return;
     pthread_mutex_lock(&_mutex);
@@ -63,7 +64,7 @@ void trigger::post()
     _state = 1;
     // Before waking: on one core the woken thread runs at once, and would only go to sleep again on the mutex.
     pthread_mutex_unlock(&_mutex);
-    if (was_signalled) // whoever was waiting has been woken by the post that signalled, and will find this one
+    if (was_signalled) // whoever waits is woken by the post that signalled, and will find this one
         return;
     if (_autoreset)
         pthread_cond_signal(&_condition);

@@ -32,8 +32,11 @@ public:
     void wait();
 
     /// Signals: wakes one waiter of an auto-reset trigger, all waiters of a manual one. Posts do not add up. Makes no
-    /// system call when nobody waits, and nothing but one look when the trigger is signalled already. What a waiter is
-    /// let through to look at is therefore to be guarded on both sides by a mutex of its own, or sequentially consistent.
+    /// system call when nobody waits, and nothing but one look when the trigger is signalled already.
+    ///
+    /// A waiter that is let through finds what was changed before a post, provided that it is guarded by a mutex on
+    /// both sides, as the items of a queue are, or is a sequentially consistent atomic. The post alone does not hand it
+    /// over: one that finds the trigger signalled meets nobody.
     void post();
 
 private:
