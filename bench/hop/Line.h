@@ -13,7 +13,7 @@
 /// What all contenders have in common, so that only the hand-over differs.
 constexpr int queueLength = 31;
 constexpr int poolSize = queueLength; ///< no more than one queue takes, so that no node in the middle is ever refused
-constexpr int longestWait = 5; ///< ms that a consumer sleeps at most before it looks whether it is stopped
+constexpr int longestWait = 5;        ///< ms that a consumer sleeps at most before it looks whether it is stopped
 
 /// Where items end: the last node of a line reports each one here, at the beginning of its processing.
 /// Thread: Arrived() on the line's last thread, the rest on the producer's.
@@ -37,8 +37,8 @@ private:
     std::atomic<std::int64_t> _count{0};
 };
 
-/// A running line: a pool of 32 items, and for each hop a queue of 31 and whatever drives the node behind it. The last
-/// node gives the item back to the pool. Destruction stops it.
+/// A running line: a pool of items, and for each hop a queue that has a place for each of them and whatever drives the
+/// node behind it. The last node gives the item back to the pool. Destruction stops it.
 class Line
 {
 public:
@@ -48,7 +48,7 @@ public:
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
 
-    /// Takes an item from the pool, stamps it (when `stamped`) and pushes it. False when there was no item or no place.
+    /// Takes an item from the pool, stamps it (when `stamped`) and pushes it. False when nothing was sent.
     /// Thread: the producer's, one at a time.
     virtual bool Send(bool stamped) = 0;
 };

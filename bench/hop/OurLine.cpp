@@ -7,7 +7,8 @@
 #include <libs/IPPCoreLib/ImageProcessingPipeline.h>
 #include <libs/IPPCoreLib/ObjectCache.h>
 
-#include <thread>
+#include <atomic>
+#include <cstdlib>
 
 namespace {
 
@@ -36,6 +37,12 @@ private:
     std::atomic<int> _holders{0};
 };
 
+void pushInto(ImageProcessingNode& node, Item* item)
+{
+    if (!node.OutputQueue().Push(item))
+        std::abort(); // cannot be: all items of the pool have their place
+}
+
 /// Like the camera: has no thread of its own, and is pushed into from outside.
 class SourceNode : public ImageProcessingNode
 {
@@ -56,8 +63,7 @@ public:
     {
         Item* const item = static_cast<Item*>(data);
         item->Retain();
-        if (!OutputQueue().Push(item))
-            std::abort(); // cannot be: all items of the pool have their place
+        pushInto(*this, item);
     }
 };
 
@@ -105,10 +111,8 @@ public:
             return false;
         item->Lend();
         item->sent = stamp(stamped);
-        if (_source->OutputQueue().Push(item))
-            return true;
-        item->Release();
-        return false;
+        pushInto(*_source, item);
+        return true;
     }
 
 private:

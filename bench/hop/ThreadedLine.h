@@ -10,7 +10,6 @@
 #include <array>
 #include <cstdlib>
 #include <thread>
-#include <utility>
 
 /// An item of those that bring no item of their own. A NodeData, so that our own queue can carry it; the pool gets it
 /// back directly.
@@ -49,17 +48,21 @@ public:
 
     bool Send(bool stamped) override
     {
-        PlainItem* const item = _spare != nullptr ? std::exchange(_spare, nullptr) : _pool.Take();
+        PlainItem* const item = _pool.Take();
         if (item == nullptr)
             return false;
         item->sent = stamp(stamped);
-        if (_queues.front().Push(item))
-            return true;
-        _spare = item; // the pool takes items back on one thread only
-        return false;
+        PushInto(0, item);
+        return true;
     }
 
 private:
+    void PushInto(std::size_t hop, PlainItem* item)
+    {
+        if (!_queues[hop].Push(item))
+            std::abort(); // cannot be: all items of the pool have their place
+    }
+
     void Work(std::size_t hop)
     {
         while (_running.load(std::memory_order_relaxed)) {
@@ -67,8 +70,7 @@ private:
             if (item == nullptr)
                 continue;
             if (hop + 1 < _queues.size()) {
-                if (!_queues[hop + 1].Push(item))
-                    std::abort(); // cannot be: all items of the pool have their place
+                PushInto(hop + 1, item);
             } else {
                 _sink.Arrived(item->sent);
                 _pool.Give(item);
@@ -78,7 +80,6 @@ private:
 
     std::array<PlainItem, poolSize> _items;
     Pool _pool;
-    PlainItem* _spare = nullptr;
     std::vector<Queue> _queues;
     Sink& _sink;
     std::atomic<bool> _running{true};
