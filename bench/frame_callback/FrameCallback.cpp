@@ -25,6 +25,9 @@ void* frameUserData = nullptr;
 enum class Receiver { None, Direct, Queued };
 enum class Consumer { Keeping, None };
 
+/// Frames between two consumptions, which are left out of the time: fewer than the queue has places.
+constexpr benchmark::IterationCount framesAtATime = 30;
+
 /// A streaming camera node, and the library's side of it.
 class Stream
 {
@@ -48,7 +51,7 @@ public:
 
     void consume()
     {
-        if (NodeData* const item = _device.OutputQueue().Pop(0))
+        while (NodeData* const item = _device.OutputQueue().Pop(0))
             item->Release();
     }
 
@@ -64,30 +67,25 @@ private:
 void measure(benchmark::State& state, Receiver receiver, Consumer consumer)
 {
     constexpr int warmUp = 200; // past the first of everything, and, without a consumer, until the pool is dry
-    constexpr int eventsAtATime = 1'000;
     Stream stream(receiver);
-    const auto onlyConsume = [&] {
+    const auto afterwards = [&] {
         if (consumer == Consumer::Keeping)
             stream.consume();
+        stream.forgetEvents();
     };
     for (int i = 0; i < warmUp; ++i) {
         stream.frame();
-        onlyConsume();
+        afterwards();
     }
-    stream.forgetEvents();
-    int events = 0;
     std::size_t allocations = 0;
-    for (auto _ : state) {
+    while (state.KeepRunningBatch(framesAtATime)) {
         const std::size_t before = allocationCount();
-        stream.frame();
+        for (benchmark::IterationCount i = 0; i < framesAtATime; ++i)
+            stream.frame();
         allocations += allocationCount() - before;
-        onlyConsume();
-        if (receiver == Receiver::Queued && ++events == eventsAtATime) {
-            state.PauseTiming();
-            stream.forgetEvents();
-            events = 0;
-            state.ResumeTiming();
-        }
+        state.PauseTiming();
+        afterwards();
+        state.ResumeTiming();
     }
     state.counters["allocations"] =
         benchmark::Counter(static_cast<double>(allocations), benchmark::Counter::kAvgIterations);
