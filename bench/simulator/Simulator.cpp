@@ -2,6 +2,8 @@
 // What a pair of pictures of the simulated camera costs, without and with each control. The whole sensor is the largest
 // mode.
 
+#include "AllControls.h"
+
 #include <simulator/FrameMaker.h>
 #include <simulator/ModeTable.h>
 #include <simulator/SyntheticSource.h>
@@ -78,17 +80,6 @@ void undistortedPair(benchmark::State& state)
     makePairs(state, mode(752, 480, 0), controls);
 }
 BENCHMARK(undistortedPair)->Name("simulator: undistorted pair/ours");
-
-Controls allControls()
-{
-    Controls controls;
-    controls.exposure = 70.0;
-    controls.led = 60.0;
-    controls.horizontalFlip = true;
-    controls.verticalFlip = true;
-    controls.undistort = true;
-    return controls;
-}
 
 void pairWithAll(benchmark::State& state)
 {
