@@ -8,10 +8,13 @@ configure_package_config_file(cmake/VYRDashboardConfig.cmake.in VYRDashboardConf
     INSTALL_DESTINATION "${package_dir}"
     PATH_VARS VYR_INSTALL_DIR
     NO_CHECK_REQUIRED_COMPONENTS_MACRO)
-write_basic_package_version_file(VYRDashboardConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+# Authors ask for the interface that they write against; the program's own version tells them nothing.
+write_basic_package_version_file(VYRDashboardConfigVersion.cmake
+    VERSION "${VYR_INTERFACE_VERSION}"
+    COMPATIBILITY SameMajorVersion)
 install(FILES
     "${CMAKE_CURRENT_BINARY_DIR}/VYRDashboardConfig.cmake"
     "${CMAKE_CURRENT_BINARY_DIR}/VYRDashboardConfigVersion.cmake"
-    cmake/HostApp.cmake
+    cmake/VYRAddApp.cmake
     DESTINATION "${package_dir}")
 install(EXPORT VYRDashboardTargets DESTINATION "${package_dir}")
