@@ -1,6 +1,19 @@
 # SPDX-License-Identifier: Apache-2.0
 # The functions with which every room describes its targets, so that its CMakeLists.txt is nearly pure data.
 
+# host_install_headers(file...)
+#
+# Installs headers for app authors under their room. VYR_INSTALLED_HEADERS, a global property, lists them all, by their
+# path from the top of the tree.
+function(host_install_headers)
+    foreach(header IN LISTS ARGN)
+        file(RELATIVE_PATH path "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
+        get_filename_component(room "${path}" DIRECTORY)
+        install(FILES "${header}" DESTINATION "${VYR_INSTALL_INCLUDE_DIR}/${room}")
+        set_property(GLOBAL APPEND PROPERTY VYR_INSTALLED_HEADERS "${path}")
+    endforeach()
+endfunction()
+
 # add_host_library(NAME STATIC|SHARED
 #     SOURCES file...          sources and headers, sorted
 #     [PUBLIC target...]       what the library's headers need
@@ -26,11 +39,7 @@ function(add_host_library name type)
         endif()
         install(TARGETS ${name} EXPORT VYRDashboardTargets LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
     endif()
-    foreach(header IN LISTS arg_HEADERS)
-        file(RELATIVE_PATH room_path "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
-        get_filename_component(room "${room_path}" DIRECTORY)
-        install(FILES "${header}" DESTINATION "${VYR_INSTALL_INCLUDE_DIR}/${room}")
-    endforeach()
+    host_install_headers(${arg_HEADERS})
 endfunction()
 
 # The test programs that are worth running under the thread sanitizer.
