@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the screen shows of a window.
+// What the screen shows.
 
 #include "ScreenPicture.h"
 
+#include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
 #include <QWidget>
@@ -11,4 +12,12 @@
 QImage screenPicture(const QWidget& window)
 {
     return window.windowHandle()->screen()->grabWindow(window.winId()).toImage();
+}
+
+QImage screenPicture(const QRect& place)
+{
+    constexpr WId theWholeScreen = 0;
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(theWholeScreen, place.x(), place.y(), place.width(), place.height())
+        .toImage();
 }
