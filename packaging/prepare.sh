@@ -11,7 +11,7 @@ libraries=(
     fonts-open-sans
     libgmock-dev libgtest-dev
 )
-packages=(cmake doxygen g++ locales ninja-build pkg-config python3 xauth xvfb "${libraries[@]}")
+packages=(cmake doxygen g++ locales ninja-build pkg-config python3-sphinx xauth xvfb "${libraries[@]}")
 
 # Installs the Debian packages of the list that are missing, and says which.
 install_missing_packages() {

@@ -200,12 +200,13 @@ Tour tabStops()
     return stops;
 }
 
-/// The arrangements in the order in which Stereo View offers them; the first one is in the picture of the window.
+/// The arrangements in the order in which Stereo View offers them. The first one is in the picture of the window, and
+/// the right picture looks as the left one does.
 Tour viewStops()
 {
     Tour stops = {{"panel", [] {}, placeOfPanel, true}};
-    for (const char* name : {"one-above-the-other", "left-only", "right-only", "anaglyph", "difference"})
-        stops.push_back({QString("view-") + name, chooseNextArrangement, placeOfPictures, true, true});
+    for (const char* name : {"view-one-above-the-other", "view-left-only", "", "view-anaglyph", "view-difference"})
+        stops.push_back({name, chooseNextArrangement, placeOfPictures, true, true});
     stops.push_back({QString(), chooseFirstArrangement, placeOfPictures, true});
     stops.push_back({"view-zoomed", zoomIn, placeOfPictures, true, true});
     return stops;
