@@ -370,8 +370,9 @@ void VYRCameraDevice::HandOver(const VYRFrameRecord* record)
     frame->record = record;
     frame->fps = measuredFps;
     // Deliberate: the result is ignored. A frame that a full queue refuses is not given back: its slot stays taken
-    // until streaming is next started or stopped. A consumer that is 31 frames behind thus runs the pool dry for good,
-    // and does not keep the camera busy with filling and refusing the last slot.
+    // until streaming is next started or stopped. A consumer that takes none thus empties the pool, and does not keep
+    // the camera busy with filling and refusing the last slot. That costs one slot at most: without it, the pool is
+    // empty before the queue is full.
     OutputQueue().Push(frame);
 }
 

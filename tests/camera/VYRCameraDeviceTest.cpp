@@ -320,6 +320,20 @@ TEST_F(CameraDevice, FullQueueKeepsThePoolSlotTakenUntilStartedAgain)
     EXPECT_EQ(countFreeFrames(*device), 32);
 }
 
+TEST_F(CameraDevice, FullQueueCostsOnePoolSlotAtMost)
+{
+    const auto device = makeStreamingDevice();
+    std::uint32_t timestamp = 0;
+    for (int standstill = 0; standstill < 3; ++standstill) {
+        for (int i = 0; i < 40; ++i)
+            FakeVYR::emitFrame(timestamp++);
+        ASSERT_EQ(device->Size(), 31);
+        for (int i = 0; i < 31; ++i)
+            popFrame(*device)->Release();
+    }
+    EXPECT_EQ(countFreeFrames(*device), 31);
+}
+
 TEST_F(CameraDevice, WithAllFramesHeldFurtherOnesCountForTheRateOnly)
 {
     const auto device = makeStreamingDevice();
