@@ -19,6 +19,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <initializer_list>
+
 namespace {
 
 constexpr int fullRange = 100;
@@ -32,6 +34,12 @@ QString noFigure()
 QString wholeNumber(std::uint64_t number)
 {
     return QLocale().toString(static_cast<qulonglong>(number));
+}
+
+/// What a title says, without the letter that goes with Alt.
+QString withoutMnemonic(QString title)
+{
+    return title.remove(QLatin1Char('&'));
 }
 
 bool isLetterKey(const QKeyEvent& event)
@@ -82,6 +90,7 @@ ControlPanel::ControlPanel(QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus); // it scrolls to the control that has the focus
 
     auto* const content = new QWidget;
     auto* const column = new QVBoxLayout(content);
@@ -100,25 +109,36 @@ ControlPanel::ControlPanel(QWidget* parent)
 
 QWidget* ControlPanel::buildCameraGroup()
 {
-    auto* const group = new QGroupBox(QStringLiteral("Camera"));
+    auto* const group = new QGroupBox(tr("Camera"));
     auto* const grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
-    const QString autoText = QStringLiteral("auto");
-    _exposure = addNumber(grid, QStringLiteral("Exposure"), QStringLiteral("exposure"), autoText,
-                          &ControlPanel::exposureChanged);
-    _gain = addNumber(grid, QStringLiteral("Gain"), QStringLiteral("gain"), autoText, &ControlPanel::gainChanged);
-    _led =
-        addNumber(grid, QStringLiteral("LED"), QStringLiteral("led"), QStringLiteral("off"), &ControlPanel::ledChanged);
+    //: The camera sees to it by itself. As short as it can be.
+    const QString autoText = tr("auto");
+    _exposure =
+        addNumber(grid, QStringLiteral("exposure"),
+                  {tr("&Exposure"), tr("How long the sensors gather light; 0 leaves it to the camera"), autoText},
+                  &ControlPanel::exposureChanged);
+    _gain = addNumber(grid, QStringLiteral("gain"),
+                      {tr("&Gain"), tr("How much the signal is amplified; 0 leaves it to the camera"), autoText},
+                      &ControlPanel::gainChanged);
+    _led = addNumber(grid, QStringLiteral("led"),
+                     //: The light is off. As short as it can be.
+                     {tr("&LED"), tr("How bright the camera's light is; 0 turns it off"), tr("off")},
+                     &ControlPanel::ledChanged);
 
     auto* const flags = new QGridLayout; // the wider ones together, so that the panel can be narrow
-    _verticalFlip = addFlag(flags, 0, 0, QStringLiteral("Upside down"), QStringLiteral("verticalFlip"),
-                            &ControlPanel::verticalFlipChanged);
-    _horizontalFlip = addFlag(flags, 0, 1, QStringLiteral("Mirror"), QStringLiteral("horizontalFlip"),
-                              &ControlPanel::horizontalFlipChanged);
-    _swapCameras = addFlag(flags, 1, 0, QStringLiteral("Swap cameras"), QStringLiteral("swapCameras"),
-                           &ControlPanel::swapCamerasChanged);
-    _undistort =
-        addFlag(flags, 1, 1, QStringLiteral("Undistort"), QStringLiteral("undistort"), &ControlPanel::undistortChanged);
+    _verticalFlip = addFlag(flags, 0, 0, QStringLiteral("verticalFlip"), &ControlPanel::verticalFlipChanged);
+    _verticalFlip->setText(tr("&Upside down"));
+    _verticalFlip->setToolTip(tr("Exchanges top and bottom of the pictures"));
+    _horizontalFlip = addFlag(flags, 0, 1, QStringLiteral("horizontalFlip"), &ControlPanel::horizontalFlipChanged);
+    _horizontalFlip->setText(tr("&Mirror"));
+    _horizontalFlip->setToolTip(tr("Exchanges left and right of each picture"));
+    _swapCameras = addFlag(flags, 1, 0, QStringLiteral("swapCameras"), &ControlPanel::swapCamerasChanged);
+    _swapCameras->setText(tr("S&wap cameras"));
+    _swapCameras->setToolTip(tr("Exchanges the left and the right picture"));
+    _undistort = addFlag(flags, 1, 1, QStringLiteral("undistort"), &ControlPanel::undistortChanged);
+    _undistort->setText(tr("U&ndistort"));
+    _undistort->setToolTip(tr("Takes the distortion by the lenses out of the pictures"));
 
     auto* const rows = new QVBoxLayout(group);
     rows->setContentsMargins(groupMargins);
@@ -127,8 +147,7 @@ QWidget* ControlPanel::buildCameraGroup()
     return group;
 }
 
-QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const QString& name, const QString& zeroText,
-                                 NumberSignal changed)
+QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& name, const NumberTexts& texts, NumberSignal changed)
 {
     auto* const slider = new QSlider(Qt::Horizontal);
     slider->setObjectName(name + QStringLiteral("Slider"));
@@ -138,12 +157,17 @@ QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const 
     auto* const box = new QSpinBox;
     box->setObjectName(name + QStringLiteral("Box"));
     box->setRange(0, fullRange);
-    box->setSpecialValueText(zeroText);
+    box->setSpecialValueText(texts.zero);
     box->setKeyboardTracking(false);
-    _inputGuard->protect(slider);
-    _inputGuard->protect(box);
-    auto* const label = new QLabel(title);
+    // Styles ask for too little on a screen that is somewhat denser than usual, where the arrows are wider.
+    box->setMinimumWidth(box->sizeHint().width() + box->fontMetrics().averageCharWidth());
+    auto* const label = new QLabel(texts.title);
     label->setBuddy(box);
+    for (QWidget* const control : std::initializer_list<QWidget*>{slider, box}) {
+        control->setAccessibleName(withoutMnemonic(texts.title));
+        control->setToolTip(texts.toolTip);
+        _inputGuard->protect(control);
+    }
 
     const int row = grid->rowCount();
     grid->addWidget(label, row, 0);
@@ -157,10 +181,9 @@ QSlider* ControlPanel::addNumber(QGridLayout* grid, const QString& title, const 
     return slider;
 }
 
-QCheckBox* ControlPanel::addFlag(QGridLayout* grid, int row, int column, const QString& title, const QString& name,
-                                 FlagSignal changed)
+QCheckBox* ControlPanel::addFlag(QGridLayout* grid, int row, int column, const QString& name, FlagSignal changed)
 {
-    auto* const box = new QCheckBox(title);
+    auto* const box = new QCheckBox;
     box->setObjectName(name);
     grid->addWidget(box, row, column);
     connect(box, &QCheckBox::toggled, this, changed);
@@ -172,8 +195,10 @@ QWidget* ControlPanel::buildPictureGroup()
 {
     _arrangement = new QComboBox;
     _arrangement->setObjectName(QStringLiteral("arrangement"));
-    _arrangement->setToolTip(QStringLiteral("In the picture: the wheel zooms, dragging moves, "
-                                            "a double-click shows everything again"));
+    _arrangement->setAccessibleName(tr("Arrangement of the pictures"));
+    _arrangement->setToolTip(tr("How the pictures are arranged.\n"
+                                "In them, the wheel or + and - zoom, dragging or the arrow keys move,\n"
+                                "and a double-click or 0 shows everything again."));
     for (const PictureArrangement arrangement : allArrangements)
         _arrangement->addItem(arrangementTitle(arrangement), QVariant::fromValue(arrangement));
     _inputGuard->protect(_arrangement);
@@ -184,9 +209,9 @@ QWidget* ControlPanel::buildPictureGroup()
     _brightness = new QLabel(noFigure());
     _brightness->setObjectName(QStringLiteral("brightnessLabel"));
 
-    auto* const save = new QPushButton(QStringLiteral("Save pictures (S)"));
+    auto* const save = new QPushButton(tr("Save &pictures (S)"));
     save->setObjectName(QStringLiteral("saveButton"));
-    save->setToolTip(QStringLiteral("Saves the left and the right picture as PNG files in the pictures folder"));
+    save->setToolTip(tr("Saves the left and the right picture as PNG files in the pictures folder"));
     connect(save, &QPushButton::clicked, this, &ControlPanel::saveRequested);
     _saved = new QLabel;
     _saved->setObjectName(QStringLiteral("savedLabel"));
@@ -195,7 +220,7 @@ QWidget* ControlPanel::buildPictureGroup()
     _saved->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // never widens the panel
     _saved->hide();
 
-    auto* const group = new QGroupBox(QStringLiteral("Picture"));
+    auto* const group = new QGroupBox(tr("Picture"));
     auto* const rows = new QVBoxLayout(group);
     rows->setContentsMargins(groupMargins);
     rows->addWidget(_arrangement);
@@ -208,15 +233,15 @@ QWidget* ControlPanel::buildPictureGroup()
 
 QWidget* ControlPanel::buildStreamGroup()
 {
-    auto* const group = new QGroupBox(QStringLiteral("Stream"));
+    auto* const group = new QGroupBox(tr("Stream"));
     auto* const form = new QFormLayout(group);
     form->setContentsMargins(groupMargins);
     form->setVerticalSpacing(3);
-    _pictureSize = addFigure(form, QStringLiteral("Picture size"), QStringLiteral("pictureSizeLabel"));
-    _frameRate = addFigure(form, QStringLiteral("Frame rate"), QStringLiteral("frameRateLabel"));
-    _dropped = addFigure(form, QStringLiteral("Dropped frames"), QStringLiteral("droppedLabel"));
-    _unreadable = addFigure(form, QStringLiteral("Unreadable frames"), QStringLiteral("unreadableLabel"));
-    _nodeTime = addFigure(form, QStringLiteral("Node time"), QStringLiteral("nodeTimeLabel"));
+    _pictureSize = addFigure(form, tr("Picture size"), QStringLiteral("pictureSizeLabel"));
+    _frameRate = addFigure(form, tr("Frame rate"), QStringLiteral("frameRateLabel"));
+    _dropped = addFigure(form, tr("Dropped frames"), QStringLiteral("droppedLabel"));
+    _unreadable = addFigure(form, tr("Unreadable frames"), QStringLiteral("unreadableLabel"));
+    _nodeTime = addFigure(form, tr("Node time"), QStringLiteral("nodeTimeLabel"));
     return group;
 }
 
@@ -263,10 +288,10 @@ void ControlPanel::showFigures(const StreamFigures& figures)
         figures.pictureSize.isEmpty()
             ? noFigure()
             : QStringLiteral("%1 \u00D7 %2").arg(figures.pictureSize.width()).arg(figures.pictureSize.height()));
-    _frameRate->setText(rateKnown ? QStringLiteral("%1 fps").arg(static_cast<double>(counts.framesPerSecond), 0, 'f', 1)
+    _frameRate->setText(rateKnown ? tr("%1 fps").arg(static_cast<double>(counts.framesPerSecond), 0, 'f', 1)
                                   : noFigure());
     _dropped->setText(wholeNumber(counts.dropped));
-    _dropped->setToolTip(QStringLiteral("%1 frames were shown").arg(wholeNumber(counts.shown)));
+    _dropped->setToolTip(tr("%1 frames were shown").arg(wholeNumber(counts.shown)));
     _unreadable->setText(wholeNumber(counts.unreadable));
     _nodeTime->setText(figures.flowing ? QStringLiteral("%1 ms").arg(figures.nodeMilliseconds, 0, 'f', 2) : noFigure());
 }
@@ -274,9 +299,8 @@ void ControlPanel::showFigures(const StreamFigures& figures)
 void ControlPanel::showHistograms(const GreyHistogram& left, const GreyHistogram& right)
 {
     _histogram->showHistograms(left, right);
-    _brightness->setText(QStringLiteral("Mean %1, fully white %2 %")
-                             .arg(left.mean(), 0, 'f', 0)
-                             .arg(left.whiteShare() * 100.0, 0, 'f', 1));
+    _brightness->setText(
+        tr("Mean %1, fully white %2 %").arg(left.mean(), 0, 'f', 0).arg(left.whiteShare() * 100.0, 0, 'f', 1));
 }
 
 void ControlPanel::showSaved(const QString& text, const QString& toolTip)

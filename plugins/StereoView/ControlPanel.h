@@ -65,16 +65,20 @@ signals:
 
 private:
     class InputGuard;
+    struct NumberTexts
+    {
+        QString title;
+        QString toolTip;
+        QString zero; ///< what 0 reads
+    };
     using NumberSignal = void (ControlPanel::*)(int);
     using FlagSignal = void (ControlPanel::*)(bool);
 
     QWidget* buildCameraGroup();
     QWidget* buildPictureGroup();
     QWidget* buildStreamGroup();
-    QSlider* addNumber(QGridLayout* grid, const QString& title, const QString& name, const QString& zeroText,
-                       NumberSignal changed);
-    QCheckBox* addFlag(QGridLayout* grid, int row, int column, const QString& title, const QString& name,
-                       FlagSignal changed);
+    QSlider* addNumber(QGridLayout* grid, const QString& name, const NumberTexts& texts, NumberSignal changed);
+    QCheckBox* addFlag(QGridLayout* grid, int row, int column, const QString& name, FlagSignal changed);
     QLabel* addFigure(QFormLayout* form, const QString& title, const QString& name);
     void onArrangementIndex(int index);
 

@@ -12,7 +12,8 @@ HistogramView::HistogramView(QWidget* parent)
     : QWidget(parent)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setToolTip(QStringLiteral("Grey values from black to white: left picture as an area, right picture as a line"));
+    setAccessibleName(tr("Histogram"));
+    setToolTip(tr("Grey values from black to white: left picture as an area, right picture as a line"));
 }
 
 void HistogramView::showHistograms(const GreyHistogram& left, const GreyHistogram& right)

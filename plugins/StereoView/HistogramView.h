@@ -13,6 +13,8 @@ class QPainterPath;
 /// Thread: GUI thread.
 class HistogramView : public QWidget
 {
+    Q_OBJECT
+
 public:
     explicit HistogramView(QWidget* parent = nullptr);
 

@@ -3,21 +3,23 @@
 
 #include "PictureArrangement.h"
 
+#include <QCoreApplication>
+
 QString arrangementTitle(PictureArrangement arrangement)
 {
     switch (arrangement) {
     case PictureArrangement::SideBySide:
-        return QStringLiteral("Side by side");
+        return QCoreApplication::translate("PictureArrangement", "Side by side");
     case PictureArrangement::OneAboveOther:
-        return QStringLiteral("One above the other");
+        return QCoreApplication::translate("PictureArrangement", "One above the other");
     case PictureArrangement::LeftOnly:
-        return QStringLiteral("Left only");
+        return QCoreApplication::translate("PictureArrangement", "Left only");
     case PictureArrangement::RightOnly:
-        return QStringLiteral("Right only");
+        return QCoreApplication::translate("PictureArrangement", "Right only");
     case PictureArrangement::Anaglyph:
-        return QStringLiteral("Red-cyan anaglyph");
+        return QCoreApplication::translate("PictureArrangement", "Red-cyan anaglyph");
     case PictureArrangement::Difference:
-        return QStringLiteral("Difference");
+        return QCoreApplication::translate("PictureArrangement", "Difference");
     }
     return QString();
 }

@@ -21,7 +21,7 @@ constexpr std::array<PictureArrangement, 6> allArrangements = {
     PictureArrangement::SideBySide, PictureArrangement::OneAboveOther, PictureArrangement::LeftOnly,
     PictureArrangement::RightOnly,  PictureArrangement::Anaglyph,      PictureArrangement::Difference};
 
-/// For people.
+/// For people, in their language.
 QString arrangementTitle(PictureArrangement arrangement);
 
 /// For settings; never changes.

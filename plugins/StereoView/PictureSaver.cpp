@@ -3,6 +3,7 @@
 
 #include "PictureSaver.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -65,7 +66,7 @@ SaveOutcome savePicturePair(const QString& folder, const QDateTime& when, const 
     SaveOutcome outcome;
     outcome.folder = folder;
     if (!QDir().mkpath(folder)) {
-        outcome.problem = QStringLiteral("the folder cannot be made");
+        outcome.problem = QCoreApplication::translate("PictureSaver", "the folder cannot be made");
         return outcome;
     }
     for (int attempt = 1; attempt <= namesTried; ++attempt) {
@@ -89,6 +90,6 @@ SaveOutcome savePicturePair(const QString& folder, const QDateTime& when, const 
         }
         return outcome;
     }
-    outcome.problem = QStringLiteral("every name is in use");
+    outcome.problem = QCoreApplication::translate("PictureSaver", "every name is in use");
     return outcome;
 }

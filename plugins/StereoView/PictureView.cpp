@@ -6,6 +6,7 @@
 #include "PictureComposer.h"
 #include "PicturePair.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -23,6 +24,8 @@ const QColor captionText(235, 235, 235);
 
 constexpr double zoomPerNotch = 1.25;
 constexpr double wheelNotch = 120.0; // eighths of a degree
+constexpr int arrowStep = 48;
+constexpr int focusWidth = 2;
 
 /// From here on pixels are shown as what they are: squares.
 constexpr double scaleOfSquares = 3.0;
@@ -31,13 +34,13 @@ QString captionOf(CellContent content)
 {
     switch (content) {
     case CellContent::Left:
-        return QStringLiteral("Left");
+        return PictureView::tr("Left");
     case CellContent::Right:
-        return QStringLiteral("Right");
+        return PictureView::tr("Right");
     case CellContent::Anaglyph:
-        return QStringLiteral("Anaglyph");
+        return PictureView::tr("Anaglyph");
     case CellContent::Difference:
-        return QStringLiteral("Difference");
+        return PictureView::tr("Difference");
     }
     return QString();
 }
@@ -64,6 +67,8 @@ PictureView::PictureView(QWidget* parent)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(tr("Pictures of the camera"));
 }
 
 void PictureView::showPair(const PicturePair* pair)
@@ -138,15 +143,18 @@ void PictureView::paintEvent(QPaintEvent*)
     paintCells(painter);
     if (!_message.isEmpty())
         paintMessage(painter);
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) // it came by key, not with a click
+        paintFocus(painter);
 }
 
 void PictureView::paintCells(QPainter& painter)
 {
     const ViewScene shown = scene();
     const std::vector<PictureCell> cells = cellsOf(shown, _viewPoint);
-    const double scale = scaleOf(shown, _viewPoint);
+    // How large a camera's pixel is in pixels of the screen, which may be smaller than ours.
+    const double screenScale = scaleOf(shown, _viewPoint) * devicePixelRatioF();
 
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, scale < scaleOfSquares);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, screenScale < scaleOfSquares);
     for (std::size_t i = 0; i < cells.size(); ++i)
         painter.drawImage(QRectF(cells[i].target), composed(i, cells[i].content), cells[i].source);
 
@@ -154,7 +162,7 @@ void PictureView::paintCells(QPainter& painter)
     for (const PictureCell& cell : cells)
         paintCaption(painter, cell.target, Qt::AlignLeft | Qt::AlignTop, captionOf(cell.content));
     if (!cells.empty() && _viewPoint.zoom > 1.0) {
-        const QString percent = QStringLiteral("%1 %").arg(std::lround(scale * 100.0));
+        const QString percent = QStringLiteral("%1 %").arg(std::lround(screenScale * 100.0));
         paintCaption(painter, cells.back().target, Qt::AlignRight | Qt::AlignBottom, percent);
     }
     if (!_message.isEmpty())
@@ -175,6 +183,15 @@ void PictureView::paintMessage(QPainter& painter)
     painter.drawRoundedRect(text.adjusted(-16, -10, 16, 10), 6.0, 6.0);
     painter.setPen(captionText);
     painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, _message);
+}
+
+void PictureView::paintFocus(QPainter& painter)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), focusWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setBrush(Qt::NoBrush);
+    const int half = focusWidth / 2;
+    painter.drawRect(rect().adjusted(half, half, -half, -half));
 }
 
 void PictureView::resizeEvent(QResizeEvent*)
@@ -206,7 +223,7 @@ void PictureView::mouseMoveEvent(QMouseEvent* event)
         return;
     const QPoint distance = event->pos() - _dragPoint;
     _dragPoint = event->pos();
-    setViewPoint(movedBy(scene(), _viewPoint, distance));
+    moveBy(distance);
 }
 
 void PictureView::mouseReleaseEvent(QMouseEvent* event)
@@ -221,4 +238,46 @@ void PictureView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
         setViewPoint(ViewPoint());
+}
+
+void PictureView::keyPressEvent(QKeyEvent* event)
+{
+    const bool plain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
+    switch (plain ? event->key() : 0) {
+    case Qt::Key_Plus:
+        zoomBy(zoomPerNotch);
+        break;
+    case Qt::Key_Minus:
+        zoomBy(1.0 / zoomPerNotch);
+        break;
+    case Qt::Key_0:
+        setViewPoint(ViewPoint());
+        break;
+    case Qt::Key_Left:
+        moveBy({arrowStep, 0});
+        break;
+    case Qt::Key_Right:
+        moveBy({-arrowStep, 0});
+        break;
+    case Qt::Key_Up:
+        moveBy({0, arrowStep});
+        break;
+    case Qt::Key_Down:
+        moveBy({0, -arrowStep});
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void PictureView::zoomBy(double factor)
+{
+    ViewPoint zoomed = _viewPoint;
+    zoomed.zoom *= factor;
+    setViewPoint(zoomed);
+}
+
+void PictureView::moveBy(QPoint distance)
+{
+    setViewPoint(movedBy(scene(), _viewPoint, distance));
 }

@@ -13,12 +13,15 @@
 class PicturePair;
 
 /// Shows the pictures of a pair in an arrangement. The wheel zooms about the cursor, dragging moves, a double-click
-/// shows everything again; both pictures of a pair move together.
+/// shows everything again; both pictures of a pair move together. With the focus, + and - zoom about the middle, the
+/// arrow keys move and 0 shows everything again; all other keys are left to the window.
 ///
 /// Ownership: borrows the pair that it shows.
 /// Thread: GUI thread.
 class PictureView : public QWidget
 {
+    Q_OBJECT
+
 public:
     explicit PictureView(QWidget* parent = nullptr);
 
@@ -41,6 +44,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     ViewScene scene() const;
@@ -48,6 +52,9 @@ private:
     void updateCursor();
     void paintCells(QPainter& painter);
     void paintMessage(QPainter& painter);
+    void paintFocus(QPainter& painter);
+    void zoomBy(double factor);
+    void moveBy(QPoint distance);
     const QImage& composed(std::size_t index, CellContent content);
 
     const PicturePair* _pair = nullptr;

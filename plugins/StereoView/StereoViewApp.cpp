@@ -76,7 +76,7 @@ bool StereoViewApp::requiresCamera()
 
 QString StereoViewApp::name()
 {
-    return QStringLiteral("Stereo View");
+    return QStringLiteral("Stereo View"); // what the settings file knows it by, in every language
 }
 
 QString StereoViewApp::version()
@@ -86,7 +86,7 @@ QString StereoViewApp::version()
 
 QString StereoViewApp::description()
 {
-    return QStringLiteral("Shows both pictures of the camera live, sets exposure, gain and light, and saves pictures.");
+    return tr("Shows both pictures of the camera live, sets exposure, gain and light, and saves pictures.");
 }
 
 QIcon StereoViewApp::icon()
@@ -258,16 +258,16 @@ bool StereoViewApp::isFlowing() const
 QString StereoViewApp::streamMessage() const
 {
     if (!_layoutKnown) {
-        return QStringLiteral("The pictures cannot be shown:\n"
-                              "the picture layout of this camera library is not known.");
+        return tr("The pictures cannot be shown:\n"
+                  "the picture layout of this camera library is not known.");
     }
     if (isFlowing())
         return QString();
     if (_node->Counts().unreadable != _lastUnreadable)
-        return QStringLiteral("The camera's frames cannot be read");
+        return tr("The camera's frames cannot be read");
     if (!_modeKnown)
-        return QStringLiteral("The camera has no such mode.\nChoose one under Settings, Camera.");
-    return QStringLiteral("No frames from the camera");
+        return tr("The camera has no such mode.\nChoose one under Settings, Camera.");
+    return tr("No frames from the camera");
 }
 
 void StereoViewApp::showFigures()
@@ -283,7 +283,7 @@ void StereoViewApp::showFigures()
 void StereoViewApp::savePictures()
 {
     if (_shown == nullptr) {
-        sayProblem(QStringLiteral("There is no picture to save yet"));
+        sayProblem(tr("There is no picture to save yet"));
         return;
     }
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
@@ -302,10 +302,10 @@ void StereoViewApp::reportSave(const SaveOutcome& outcome)
 {
     // Without the folder: the status bar is as wide as its text, and a long path would widen the window.
     if (!outcome.saved) {
-        sayProblem(QStringLiteral("Saving to the pictures folder failed: %1").arg(outcome.problem));
+        sayProblem(tr("Saving to the pictures folder failed: %1").arg(outcome.problem));
         return;
     }
-    say(QStringLiteral("Saved %1").arg(outcome.fileBase));
+    say(tr("Saved %1").arg(outcome.fileBase));
     if (_panel != nullptr)
         _panel->showSaved(outcome.fileBase, QDir::toNativeSeparators(outcome.folder));
 }

@@ -5,6 +5,7 @@
 #include "StereoViewFixture.h"
 
 #include <FakeVYR.h>
+#include <tests/support/KeyboardReach.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -430,6 +431,166 @@ TEST_F(StereoViewApp, TheWheelOverAControlScrollsThePanel)
     ASSERT_TRUE(QTest::qWaitFor([&] { return panel->verticalScrollBar()->maximum() > 0; }));
     turnWheelOver(control<QSlider>("exposureSlider"), -1);
     EXPECT_GT(panel->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(StereoViewApp, TabReachesEveryControlInTheOrderOfTheEye)
+{
+    host->start();
+    std::vector<std::string> names;
+    for (const QWidget* const widget : focusRound(*host))
+        names.push_back(widget == view() ? "view" : widget->objectName().toStdString());
+    std::rotate(names.begin(), std::find(names.begin(), names.end(), "view"), names.end());
+    EXPECT_THAT(names,
+                ElementsAre("view", "exposureSlider", "exposureBox", "gainSlider", "gainBox", "ledSlider", "ledBox",
+                            "verticalFlip", "horizontalFlip", "swapCameras", "undistort", "arrangement", "saveButton"));
+}
+
+TEST_F(StereoViewApp, BacktabGoesRoundTheOtherWay)
+{
+    host->start();
+    std::vector<QWidget*> onward = focusRound(*host);
+    onward.front()->setFocus();
+    std::vector<QWidget*> back = focusRound(*host, Qt::Key_Backtab);
+    std::reverse(back.begin(), back.end());
+    std::rotate(back.begin(), std::find(back.begin(), back.end(), onward.front()), back.end());
+    EXPECT_EQ(back, onward);
+}
+
+TEST_F(StereoViewApp, EveryControlHasANameAndAToolTip)
+{
+    host->start();
+    for (QWidget* const widget : focusRound(*host)) {
+        EXPECT_NE(spokenName(*widget), "") << widget->objectName().toStdString();
+        if (widget != view()) { // a tool tip would cover what one looks at
+            EXPECT_NE(widget->toolTip(), "") << widget->objectName().toStdString();
+        }
+    }
+    EXPECT_EQ(spokenName(*control<QSlider>("exposureSlider")), "Exposure");
+    EXPECT_EQ(spokenName(*control<QSpinBox>("exposureBox")), "Exposure");
+    EXPECT_EQ(spokenName(*control<QCheckBox>("undistort")), "Undistort");
+    EXPECT_NE(spokenName(*control<QWidget>("histogram")), "");
+}
+
+TEST_F(StereoViewApp, AltAndALetterReachEachControlAndNoneIsTakenTwice)
+{
+    host->start();
+    QStringList titles{"&File", "&Settings", "&Help"}; // the program's menus
+    for (const QLabel* const label : host->sideDock()->findChildren<QLabel*>())
+        titles << label->text();
+    for (const QAbstractButton* const button : host->sideDock()->findChildren<QAbstractButton*>())
+        titles << button->text();
+    QStringList letters;
+    for (const QString& title : titles)
+        if (const QKeySequence letter = QKeySequence::mnemonic(title); !letter.isEmpty())
+            letters << letter.toString();
+    EXPECT_EQ(letters.size(), 3 + 3 + 4 + 1);
+    EXPECT_EQ(letters.removeDuplicates(), 0) << letters.join(' ').toStdString();
+
+    host->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));
+    QTest::keyClick(host.get(), Qt::Key_G, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), control<QSpinBox>("gainBox"));
+    QTest::keyClick(host.get(), Qt::Key_M, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return control<QCheckBox>("horizontalFlip")->isChecked(); }));
+}
+
+TEST_F(StereoViewApp, ThePanelScrollsToTheControlWithTheFocus)
+{
+    host->start();
+    host->resize(1200, 300);
+    auto* const panel = static_cast<QScrollArea*>(host->sideDock()->widget());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return panel->verticalScrollBar()->maximum() > 0; }));
+    host->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));
+    auto* const save = control<QPushButton>("saveButton");
+    control<QComboBox>("arrangement")->setFocus();
+    ASSERT_LT(panel->viewport()->height(), save->mapTo(panel->viewport(), QPoint(0, 0)).y());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), save);
+    EXPECT_TRUE(panel->viewport()->rect().contains(save->mapTo(panel->viewport(), save->rect().center())));
+}
+
+/// The view with a picture that is dark on the left and light on the right, shown alone.
+class StereoViewByKey : public StereoViewApp
+{
+protected:
+    void SetUp() override
+    {
+        host->start();
+        choose(2);
+        PictureFrame& frame = newFrame(752, 480, 40, 40);
+        for (int y = 0; y < 480; ++y)
+            for (int x = 376; x < 752; ++x)
+                frame.setLeftPixel(x, y, 200);
+        show(frame);
+        host->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));
+        view()->setFocus();
+    }
+
+    void press(Qt::Key key, int times)
+    {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(view(), key);
+    }
+
+    /// How many pixels of the row in the middle are dark, of the picture that is.
+    int darkPixels() const
+    {
+        const QImage shown = view()->grab().toImage();
+        int count = 0;
+        for (int x = 0; x < shown.width(); ++x)
+            count += shown.pixelColor(x, shown.height() / 2) == QColor(40, 40, 40) ? 1 : 0;
+        return count;
+    }
+};
+
+TEST_F(StereoViewByKey, PlusAndMinusZoomAboutTheMiddleAndZeroResets)
+{
+    const QImage whole = view()->grab().toImage();
+    const int half = darkPixels();
+    press(Qt::Key_Plus, 4);
+    EXPECT_NE(view()->grab().toImage(), whole);
+    EXPECT_NEAR(darkPixels(), view()->width() / 2, 2) << "the middle stays in the middle";
+    press(Qt::Key_Minus, 4);
+    EXPECT_EQ(darkPixels(), half);
+    press(Qt::Key_Plus, 2);
+    press(Qt::Key_0, 1);
+    EXPECT_EQ(view()->grab().toImage(), whole);
+}
+
+TEST_F(StereoViewByKey, ArrowKeysMoveWhatIsSeen)
+{
+    press(Qt::Key_Plus, 4);
+    const int half = darkPixels();
+    press(Qt::Key_Right, 1);
+    EXPECT_NEAR(darkPixels(), half - 48, 2);
+    press(Qt::Key_Left, 2);
+    EXPECT_NEAR(darkPixels(), half + 48, 2);
+    press(Qt::Key_Left, 100);
+    EXPECT_NEAR(darkPixels(), view()->width(), 4) << "no further than the picture's edge";
+}
+
+TEST_F(StereoViewByKey, OtherKeysOfTheViewAreLeftToTheWindow)
+{
+    for (const auto& [key, modifiers] : std::initializer_list<std::pair<Qt::Key, Qt::KeyboardModifier>>{
+             {Qt::Key_T, Qt::NoModifier}, {Qt::Key_Plus, Qt::ControlModifier}, {Qt::Key_Left, Qt::AltModifier}}) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(view(), &event);
+        EXPECT_FALSE(event.isAccepted()) << key;
+    }
+}
+
+TEST_F(StereoViewByKey, TheFocusIsSeenWhenAKeyHasBroughtIt)
+{
+    const auto corner = [this] { return shownAt(1, 1); };
+    const QColor frame = view()->palette().color(QPalette::Highlight);
+    EXPECT_NE(corner(), frame);
+    QTest::keyClick(view(), Qt::Key_Tab);
+    EXPECT_NE(corner(), frame);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    ASSERT_TRUE(view()->hasFocus());
+    EXPECT_EQ(corner(), frame);
 }
 
 TEST_F(StereoViewApp, ZeroReadsAutoAndOff)
