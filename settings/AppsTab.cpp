@@ -7,16 +7,6 @@
 #include <QListWidget>
 #include <QVBoxLayout>
 
-namespace {
-
-QString toolTipFor(const AppInfo& app)
-{
-    return QStringLiteral("Name: ") + app.name + QStringLiteral("\nVersion: ") + app.version
-         + QStringLiteral("\nDescription: ") + app.description;
-}
-
-} // namespace
-
 AppsTab::AppsTab(const QList<AppInfo>& apps, int currentApp, QWidget* parent)
     : QWidget(parent)
     , _list(new QListWidget(this))
@@ -32,14 +22,20 @@ AppsTab::AppsTab(const QList<AppInfo>& apps, int currentApp, QWidget* parent)
     _list->setStyleSheet(QStringLiteral("QListWidget::item{padding:6px;}"));
     for (const AppInfo& app : apps) {
         auto* item = new QListWidgetItem(app.icon, app.name, _list);
-        item->setToolTip(toolTipFor(app));
+        // Not by place markers: what an app says of itself may hold some.
+        item->setToolTip(tr("Name: ") + app.name + QLatin1Char('\n') + tr("Version: ") + app.version + QLatin1Char('\n')
+                         + tr("Description: ") + app.description);
     }
     giveRoomForNames();
     _list->setCurrentRow(currentApp);
     connect(_list, &QListWidget::itemDoubleClicked, this, &AppsTab::appActivated);
 
+    auto* caption = new QLabel(tr("Available Apps/Plugins"), this);
+    _list->setAccessibleName(caption->text());
+    _list->setToolTip(tr("OK or a double-click on an app makes it the current one"));
+
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(tr("Available Apps/Plugins"), this));
+    layout->addWidget(caption);
     layout->addWidget(_list);
 }
 

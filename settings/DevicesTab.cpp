@@ -39,8 +39,12 @@ DevicesTab::DevicesTab(const VYRCameraDevice* camera, QWidget* parent)
     addRow(device, tr("Software Version"), camera->LibraryVersion());
     device->setExpanded(true);
 
+    auto* caption = new QLabel(tr("Available Devices"), this);
+    tree->setAccessibleName(caption->text());
+    tree->setToolTip(tr("What the camera and its library say of themselves"));
+
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(tr("Available Devices"), this));
+    layout->addWidget(caption);
     layout->addWidget(tree);
 }
 

@@ -18,10 +18,12 @@
 #include <QtSliderFactory>
 #include <QtSpinBoxFactory>
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QSlider>
 #include <QSpinBox>
 #include <QStyle>
 
@@ -35,6 +37,16 @@ constexpr float sensorPixelSize = 5.0F; // widget pixels: large enough to tell t
 QStringList binningNames()
 {
     return binningCodeByName().keys();
+}
+
+/// Names the editors in a browser, which are made in the order of their properties, for those who cannot see what
+/// stands beside them.
+template<class Editor>
+void nameEditors(const QWidget& browser, const QStringList& names)
+{
+    const QList<Editor*> editors = browser.findChildren<Editor*>();
+    for (int i = 0; i < std::min(editors.size(), names.size()); ++i)
+        editors.at(i)->setAccessibleName(names.at(i));
 }
 
 } // namespace
@@ -122,6 +134,11 @@ void ResolutionSettings::createProperties()
     _binning = _enumManager->addProperty(tr("Binning"));
     _frameRate = _intManager->addProperty();
 
+    _width->setToolTip(tr("How many columns are read; goes to the next width that the camera has"));
+    _height->setToolTip(tr("How many rows are read; goes to the next height that the camera has"));
+    _binning->setToolTip(tr("How many pixels of the sensor are read as one, across x down"));
+    _frameRate->setToolTip(tr("Frames per second"));
+
     _intManager->setRange(_width, 0, 752);
     _intManager->setRange(_height, 0, 480);
     _intManager->setSingleStep(_width, sizeStep);
@@ -133,10 +150,15 @@ void ResolutionSettings::createProperties()
 
 void ResolutionSettings::layOut()
 {
+    QWidget* properties = createPropertyArea();
+    QWidget* frameRate = createFrameRateRow();
     auto* layout = new QGridLayout(this);
-    layout->addWidget(createPropertyArea(), 0, 0);
+    layout->addWidget(properties, 0, 0);
     layout->addWidget(createVisualizationArea(), 1, 0);
-    layout->addWidget(createFrameRateRow(), 2, 0);
+    layout->addWidget(frameRate, 2, 0);
+    // The picture is there before the others and would come first.
+    setTabOrder(properties->findChild<QComboBox*>(), _visualization);
+    setTabOrder(_visualization, frameRate->findChild<QSpinBox*>());
 }
 
 QWidget* ResolutionSettings::createPropertyArea()
@@ -145,9 +167,11 @@ QWidget* ResolutionSettings::createPropertyArea()
     auto* sizeBrowser = new QtGroupBoxPropertyBrowser(area);
     sizeBrowser->setFactoryForManager(_intManager, _spinBoxFactory);
     sizeBrowser->addProperty(_resolutionGroup);
+    nameEditors<QSpinBox>(*sizeBrowser, {tr("Width"), tr("Height")});
     auto* binningBrowser = new QtGroupBoxPropertyBrowser(area);
     binningBrowser->setFactoryForManager(_enumManager, _enumFactory);
     binningBrowser->addProperty(_binning);
+    nameEditors<QComboBox>(*binningBrowser, {tr("Binning")});
 
     auto* layout = new QHBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -181,6 +205,8 @@ QWidget* ResolutionSettings::createFrameRateRow()
     sliderBrowser->addProperty(_frameRate);
     sliderBrowser->setStyleSheet(QStringLiteral("padding-top:10px;"));
     auto* label = new QLabel(tr("Framerate"), row);
+    nameEditors<QSpinBox>(*numberBrowser, {label->text()});
+    nameEditors<QSlider>(*sliderBrowser, {label->text()});
     // In line with the names in the browsers.
     label->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0, 0, 0);
 

@@ -6,6 +6,7 @@
 #include "ResolutionTable.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPen>
@@ -54,6 +55,10 @@ ResolutionVisualization::ResolutionVisualization(const ResolutionTable& table, c
     , _cellColours(cellColours(_sensorGrayscale))
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::TabFocus); // not by click: a drag leaves alone what is being typed elsewhere
+    setAccessibleName(tr("Capture window on the sensor"));
+    setToolTip(tr("Drag the edges of the capture window,\n"
+                  "or use the arrow keys: sideways for its width, up and down for its height"));
 }
 
 ResolutionVisualization::~ResolutionVisualization()
@@ -148,6 +153,26 @@ void ResolutionVisualization::hideEvent(QHideEvent* event)
     QWidget::hideEvent(event);
 }
 
+void ResolutionVisualization::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+        commitNext(-1, false);
+        break;
+    case Qt::Key_Right:
+        commitNext(1, false);
+        break;
+    case Qt::Key_Down:
+        commitNext(-1, true);
+        break;
+    case Qt::Key_Up:
+        commitNext(1, true);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
 void ResolutionVisualization::mouseMoveEvent(QMouseEvent* event)
 {
     if (_dragMode != DragMode::None)
@@ -183,6 +208,10 @@ void ResolutionVisualization::paintEvent(QPaintEvent*)
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     painter.setPen(QPen(QBrush(Qt::white, Qt::SolidPattern), 2, Qt::DotLine, Qt::SquareCap, Qt::RoundJoin));
     painter.drawRect(window);
+    if (hasFocus() && this->window()->testAttribute(Qt::WA_KeyboardFocusChange)) { // it came by key
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
 }
 
 void ResolutionVisualization::resizeEvent(QResizeEvent* event)
@@ -259,6 +288,16 @@ void ResolutionVisualization::commitDragged(QRect window)
     // Sent twice, deliberately: receivers are written for a drag that repeats itself.
     commitResolution(*found);
     commitResolution(*found);
+}
+
+// Goes on to the next larger (1) or smaller (-1) mode; with none there, or in the middle of a drag, nowhere.
+void ResolutionVisualization::commitNext(int direction, bool byHeight)
+{
+    if (_dragMode != DragMode::None)
+        return;
+    const auto size = static_cast<float>(byHeight ? _cameraResolution.height : _cameraResolution.width);
+    if (const auto found = _table.nextInRow(_cameraResolution, truncated(size) + direction, byHeight))
+        commitResolution(*found);
 }
 
 void ResolutionVisualization::endDrag()

@@ -21,6 +21,9 @@ class ResolutionTable;
 /// and lets the user drag the edges of the window that it does read. Here a new mode is committed: whenever
 /// the picture settles on another mode of the table it emits CameraResolutionChanged().
 ///
+/// With the focus, which Tab gives it, Right and Left go to the next wider and narrower mode of the same height, Up
+/// and Down to the next higher and lower one of the same width.
+///
 /// Every committed mode stands in the table, or was handed to commitResolution(). A drag or a new binning for
 /// which the table has no mode leaves the current mode as it is.
 ///
@@ -81,6 +84,7 @@ signals:
 
 protected:
     void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -94,6 +98,7 @@ private:
     void beginDrag(QPoint cursor);
     void dragTo(QPoint cursor);
     void commitDragged(QRect window);
+    void commitNext(int direction, bool byHeight);
     void endDrag();
 
     const ResolutionTable& _table;

@@ -13,6 +13,7 @@
 #include <camera/VYRCameraDevice.h>
 
 #include <QDialogButtonBox>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -37,6 +38,9 @@ void SettingsDialog::build(const QString& title, const QWidget* centreOn)
     _buttonBox = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(_buttonBox, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);
     connect(_buttonBox, &QDialogButtonBox::rejected, this, &SettingsDialog::reject);
+
+    _buttonBox->button(QDialogButtonBox::Ok)->setToolTip(tr("Puts the choices into effect and closes the dialog"));
+    _buttonBox->button(QDialogButtonBox::Cancel)->setToolTip(tr("Closes the dialog and leaves everything as it was"));
 
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetNoConstraint);
@@ -78,13 +82,18 @@ void SettingsDialog::createTabs()
     if (!_appInfoList.isEmpty()) {
         _appsTab = new AppsTab(_appInfoList, _currentAppIndex, _tabWidget);
         connect(_appsTab, &AppsTab::appActivated, this, &SettingsDialog::accept);
-        _tabWidget->addTab(_appsTab, tr("Apps"));
+        addTab(_appsTab, tr("Apps"), tr("Which app is shown"));
     }
     if (_host->cameraDevice()->IsOpen()) {
         _cameraTab = new CameraTab(_host, _tabWidget);
-        _tabWidget->addTab(_cameraTab, tr("Camera"));
-        _tabWidget->addTab(new DevicesTab(_host->cameraDevice(), _tabWidget), tr("Devices"));
+        addTab(_cameraTab, tr("Camera"), tr("Size, binning and rate of the camera's pictures"));
+        addTab(new DevicesTab(_host->cameraDevice(), _tabWidget), tr("Devices"), tr("Which camera is attached"));
     }
+}
+
+void SettingsDialog::addTab(QWidget* tab, const QString& title, const QString& toolTip)
+{
+    _tabWidget->setTabToolTip(_tabWidget->addTab(tab, title), toolTip);
 }
 
 void SettingsDialog::centreOver(const QWidget& window)

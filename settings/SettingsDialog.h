@@ -77,6 +77,7 @@ signals:
 
 private:
     void createTabs();
+    void addTab(QWidget* tab, const QString& title, const QString& toolTip);
     void centreOver(const QWidget& window);
     void acceptResolution();
 

@@ -14,6 +14,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -395,6 +396,79 @@ TEST_F(ResolutionVisualizationTest, DragWithoutModesChangesNothing)
     release({751, 240});
     EXPECT_TRUE(committed.empty());
     EXPECT_EQ(picture->cameraResolution(), mode640x480());
+}
+
+// --- keys --------------------------------------------------------------------------------------------------
+
+TEST_F(ResolutionVisualizationTest, SidewaysKeysGoToTheNextWidthOfTheHeight)
+{
+    show(mode640x480());
+    QTest::keyClick(picture.get(), Qt::Key_Right);
+    EXPECT_EQ(picture->cameraResolution(), mode752x480());
+    QTest::keyClick(picture.get(), Qt::Key_Left);
+    QTest::keyClick(picture.get(), Qt::Key_Left);
+    EXPECT_EQ(picture->cameraResolution(), testModes().at(3));
+    EXPECT_EQ(committed.size(), 3U) << "each once: no drag";
+}
+
+TEST_F(ResolutionVisualizationTest, UpAndDownGoToTheNextHeightOfTheWidth)
+{
+    show(mode640x480());
+    QTest::keyClick(picture.get(), Qt::Key_Down);
+    EXPECT_EQ(picture->cameraResolution(), testModes().at(2));
+    QTest::keyClick(picture.get(), Qt::Key_Up);
+    EXPECT_EQ(picture->cameraResolution(), mode640x480());
+}
+
+TEST_F(ResolutionVisualizationTest, KeysWithoutAModeToGoToChangeNothing)
+{
+    show(mode752x480());
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Up, Qt::Key_Down})
+        QTest::keyClick(picture.get(), key);
+    EXPECT_EQ(picture->cameraResolution(), mode752x480());
+    for (const int size : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        const VYRResolutionInfo nonsense{size, size, 42, 30.0F, 1.0F, 60.0F};
+        picture->setCameraResolution(nonsense);
+        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down})
+            QTest::keyClick(picture.get(), key);
+        EXPECT_EQ(picture->cameraResolution(), nonsense);
+    }
+    EXPECT_TRUE(committed.empty());
+}
+
+TEST_F(ResolutionVisualizationTest, KeysInTheMiddleOfADragDoNothing)
+{
+    show(mode640x480());
+    press({695, 240});
+    QTest::keyClick(picture.get(), Qt::Key_Right);
+    EXPECT_TRUE(committed.empty());
+    release({695, 240});
+    QTest::keyClick(picture.get(), Qt::Key_Right);
+    EXPECT_EQ(committed.size(), 1U);
+}
+
+TEST_F(ResolutionVisualizationTest, AClickLeavesTheFocusWhereItIs)
+{
+    show(mode640x480());
+    picture->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(picture.get()));
+    picture->clearFocus();
+    press({376, 240});
+    release({376, 240});
+    EXPECT_FALSE(picture->hasFocus());
+}
+
+TEST_F(ResolutionVisualizationTest, TheFocusIsSeenWhenAKeyHasBroughtIt)
+{
+    show(mode752x480());
+    picture->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(picture.get()));
+    const QColor without = pixel(1, 30);
+    picture->setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(pixel(1, 30), without);
+    picture->clearFocus();
+    picture->setFocus(Qt::ShortcutFocusReason);
+    EXPECT_EQ(pixel(1, 30), picture->palette().color(QPalette::Highlight));
 }
 
 TEST_F(ResolutionVisualizationTest, PictureHasTheProportionsOfTheSensor)

@@ -13,6 +13,7 @@
 
 #include <FakeVYR.h>
 #include <gtest/gtest.h>
+#include <tests/support/KeyboardReach.h>
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -27,6 +28,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -465,6 +467,63 @@ TEST_F(SettingsDialogTest, CameraClosedInTheMeantimeKeepsTheMode)
     click(QDialogButtonBox::Ok);
     EXPECT_TRUE(order.isEmpty());
     EXPECT_EQ(dialog->result(), QDialog::Accepted);
+}
+
+// --- by keyboard -------------------------------------------------------------------------------------------
+
+TEST_F(SettingsDialogTest, TabReachesEveryControlOfEachTabInTheOrderOfTheEye)
+{
+    build({"First"}, 0, true);
+    const auto reachedOn = [this](int tab) {
+        show(tab);
+        QString classes;
+        for (const QWidget* widget : focusRound(*dialog))
+            classes += QString(widget->metaObject()->className()) + ' ';
+        // Rounds begin where the focus was: all of them at the same widget.
+        const int start = classes.indexOf("QTabBar");
+        return (classes.mid(start) + classes.left(start)).trimmed().toStdString();
+    };
+    EXPECT_EQ(reachedOn(0), "QTabBar QListWidget QPushButton QPushButton");
+    EXPECT_EQ(reachedOn(1), "QTabBar QSpinBox QSpinBox QComboBox ResolutionVisualization QSpinBox QSlider "
+                            "QPushButton QPushButton");
+    EXPECT_EQ(reachedOn(2), "QTabBar QTreeWidget QPushButton QPushButton");
+}
+
+TEST_F(SettingsDialogTest, EveryControlHasANameAndAToolTip)
+{
+    build({"First"}, 0, true);
+    for (int tab = 0; tab < 3; ++tab) {
+        show(tab);
+        EXPECT_NE(dialog->tabWidget()->tabToolTip(tab), QString());
+        for (QWidget* widget : focusRound(*dialog)) {
+            EXPECT_NE(spokenName(*widget), "") << widget->metaObject()->className() << " on tab " << tab;
+            if (qobject_cast<QTabBar*>(widget) == nullptr) { // its tabs have them
+                EXPECT_NE(widget->toolTip(), QString()) << widget->metaObject()->className() << " on tab " << tab;
+            }
+        }
+    }
+    EXPECT_EQ(spokenName(*widthSpinBox()), "Width");
+    // A list is called what is chosen in it, by way of its label.
+    const auto labels =
+        QAccessible::queryAccessibleInterface(dialog->findChild<QComboBox*>())->relations(QAccessible::Label);
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(labels.at(0).first->text(QAccessible::Name), QString("Binning"));
+    EXPECT_EQ(spokenName(*dialog->findChild<QSlider*>()), "Framerate");
+}
+
+TEST_F(SettingsDialogTest, AnotherAppIsChosenByKeyAlone)
+{
+    build({"First", "Second"}, 0, false);
+    show(0);
+    QWidget* list = appList();
+    for (QWidget* widget : focusRound(*dialog))
+        if (widget == list)
+            widget->setFocus();
+    QTest::keyClick(list, Qt::Key_Right);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    EXPECT_EQ(order, QStringList("app"));
+    EXPECT_EQ(changedApp, 1);
 }
 
 TEST_F(SettingsDialogTest, ModalLoopReturnsWhatTheUserChose)
