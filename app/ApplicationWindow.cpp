@@ -52,7 +52,7 @@ ApplicationWindow::ApplicationWindow()
     if (_camera->IsOpen())
         startPolling();
     else
-        ApplicationWindow::statusText(0)->setStatusTextColored(QStringLiteral("No VYR Camera Found"), Qt::red);
+        ApplicationWindow::statusText(0)->setStatusTextColored(tr("No VYR Camera Found"), Qt::red);
 }
 
 ApplicationWindow::~ApplicationWindow()

@@ -55,6 +55,8 @@ void centreOnScreen(QMainWindow* window)
 
 QList<MenuEntry> menuEntries(bool hasApps, bool hasCamera)
 {
+    // Unlike the menus' titles these are the same in every language, so that a manual, or somebody on the telephone,
+    // can name an entry whichever language it is.
     QList<MenuEntry> entries = {{fileMenu, QStringLiteral("Exit"), MenuExit}};
     if (hasApps)
         entries.append({settingsMenu, QStringLiteral("Apps"), MenuApps});

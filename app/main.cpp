@@ -3,6 +3,7 @@
 
 #include "ApplicationWindow.h"
 #include "EmbeddedFonts.h"
+#include "UserLanguage.h"
 
 #include <QtSingleApplication>
 
@@ -33,6 +34,7 @@ int main(int argc, char** argv)
         return application.sendMessage(QString(), activationTimeout) ? 0 : 1;
     }
     useEmbeddedFonts();
+    useLanguageOfUser();
     ApplicationWindow window;
     application.setActivationWindow(&window, true);
     window.show();

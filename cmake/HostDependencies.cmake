@@ -3,6 +3,7 @@
 
 find_package(Threads REQUIRED)
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Test)
+find_package(Qt5LinguistTools 5.15 QUIET)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(LibConfig REQUIRED IMPORTED_TARGET libconfig++)
 find_package(OpenCV REQUIRED COMPONENTS calib3d core imgcodecs imgproc videoio)

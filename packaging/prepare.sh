@@ -6,12 +6,15 @@ build="$root/build/release"
 
 # What is built in or linked with, and what builds and runs the rest.
 libraries=(
-    qtbase5-dev libconfig++-dev
+    qtbase5-dev qttools5-dev libconfig++-dev
     libopencv-calib3d-dev libopencv-core-dev libopencv-imgcodecs-dev libopencv-imgproc-dev libopencv-videoio-dev
     fonts-open-sans
     libgmock-dev libgtest-dev
 )
-packages=(cmake doxygen g++ locales ninja-build pkg-config python3-sphinx xauth xvfb "${libraries[@]}")
+packages=(
+    cmake doxygen g++ locales ninja-build pkg-config python3-sphinx qttranslations5-l10n xauth xvfb
+    "${libraries[@]}"
+)
 
 # Installs the Debian packages of the list that are missing, and says which.
 install_missing_packages() {

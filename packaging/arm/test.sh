@@ -62,7 +62,7 @@ make_sysroot() {
     rm -r "$apt"
 }
 
-packages=(cmake g++-arm-linux-gnueabihf ninja-build pkg-config qemu-user-static qtbase5-dev-tools)
+packages=(cmake g++-arm-linux-gnueabihf ninja-build pkg-config qemu-user-static qtbase5-dev-tools qttools5-dev-tools)
 install_missing_packages
 
 contents="$sysroot/contents" # written when all of it is there

@@ -114,6 +114,8 @@ QWidget* ControlPanel::buildCameraGroup()
     grid->setColumnStretch(1, 1);
     //: The camera sees to it by itself. As short as it can be.
     const QString autoText = tr("auto");
+    //: The light is off. As short as it can be.
+    const QString offText = tr("off");
     _exposure =
         addNumber(grid, QStringLiteral("exposure"),
                   {tr("&Exposure"), tr("How long the sensors gather light; 0 leaves it to the camera"), autoText},
@@ -122,8 +124,7 @@ QWidget* ControlPanel::buildCameraGroup()
                       {tr("&Gain"), tr("How much the signal is amplified; 0 leaves it to the camera"), autoText},
                       &ControlPanel::gainChanged);
     _led = addNumber(grid, QStringLiteral("led"),
-                     //: The light is off. As short as it can be.
-                     {tr("&LED"), tr("How bright the camera's light is; 0 turns it off"), tr("off")},
+                     {tr("&LED"), tr("How bright the camera's light is; 0 turns it off"), offText},
                      &ControlPanel::ledChanged);
 
     auto* const flags = new QGridLayout; // the wider ones together, so that the panel can be narrow

@@ -14,6 +14,7 @@
 
 #include <apps/HostEnvironmentInterface.h>
 #include <apps/StatusBarText.h>
+#include <apps/Translation.h>
 
 #include <camera/VYRCameraDevice.h>
 
@@ -52,6 +53,8 @@ qint64 patienceAt(float framesPerSecond)
 
 StereoViewApp::StereoViewApp()
 {
+    if (loadTranslation(_translator, QStringLiteral("StereoViewApp"), QStringLiteral(":/translations")))
+        QCoreApplication::installTranslator(&_translator);
     _saving.setMaxThreadCount(1);
     // A stop does not wait for pictures that are being saved, only the end of the program does: they are copies.
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { _saving.waitForDone(); });

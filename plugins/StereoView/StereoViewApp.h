@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QThreadPool>
 #include <QTimer>
+#include <QTranslator>
 
 #include <cstdint>
 #include <memory>
@@ -63,6 +64,7 @@ private:
     void say(const QString& text);
     void sayProblem(const QString& text);
 
+    QTranslator _translator; ///< empty where texts are English
     HostEnvironmentInterface* _host = nullptr;
     PictureView* _view = nullptr;   ///< in the central dock while started
     ControlPanel* _panel = nullptr; ///< in the side dock while started

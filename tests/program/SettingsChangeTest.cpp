@@ -54,6 +54,7 @@ protected:
         environment.insert("XDG_CONFIG_HOME", _folder.path());
         environment.insert("TMPDIR", _folder.path());
         environment.insert("LD_LIBRARY_PATH", _folder.path());
+        environment.insert("LANGUAGE", "en");
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         environment.insert("QT_PLUGIN_PATH", PLUGIN_FOLDER);
         environment.insert("QT_QPA_GENERIC_PLUGINS", "vyruser:" + task);

@@ -8,6 +8,7 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
+    qputenv("LANGUAGE", "en"); // of the programs that it starts, whatever language the tester speaks
     QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

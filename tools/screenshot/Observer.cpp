@@ -80,7 +80,7 @@ void Observer::look()
 {
     QMainWindow* const window = mainWindow();
     const QString status = window != nullptr ? statusText(*window) : QString();
-    if (status.contains("No VYR Camera Found"))
+    if (status.contains(QCoreApplication::translate("ApplicationWindow", "No VYR Camera Found")))
         return isCameraWanted() ? giveUp(status) : finish(*window, status);
     if (_elapsed.elapsed() > patience)
         return giveUp(status);

@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: Apache-2.0
+# Whether a translation has all texts of the sources, no others, and every one of them translated.
+#   cmake -DLUPDATE=program -DFOLDERS=folder[;folder...] -DFILE=translation -DCOPY=file -P IsComplete.cmake
+
+file(COPY_FILE "${FILE}" "${COPY}")
+set(ENV{LC_ALL} C)
+execute_process(COMMAND "${LUPDATE}" -locations none ${FOLDERS} -ts "${COPY}"
+    OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+if(NOT result EQUAL 0 OR NOT output MATCHES "Found ([0-9]+) source text\\(s\\) \\(([0-9]+) new and [0-9]+ already")
+    message(FATAL_ERROR "lupdate does not say what it found:\n${output}")
+endif()
+set(found "${CMAKE_MATCH_1}")
+set(new "${CMAKE_MATCH_2}")
+if(found EQUAL 0)
+    message(FATAL_ERROR "No texts were found in ${FOLDERS}")
+endif()
+if(output MATCHES "lacks Q_OBJECT|[Ww]arning")
+    message(FATAL_ERROR "lupdate does not understand the sources:\n${output}")
+endif()
+if(NOT new EQUAL 0)
+    message(SEND_ERROR "${new} texts are not in ${FILE}: build update_translations, then translate them")
+endif()
+file(READ "${COPY}" texts)
+if(texts MATCHES "<source>([^<]*)</source>[^/]*<translation type=\"(vanished|obsolete)\"")
+    message(SEND_ERROR "No longer used, build update_translations: ${CMAKE_MATCH_1}")
+endif()
+file(READ "${FILE}" texts)
+if(texts MATCHES "type=\"unfinished\"|<translation></translation>|<translation/>")
+    message(SEND_ERROR "Some texts of ${FILE} are not translated")
+endif()
