@@ -151,13 +151,13 @@ void fill(libconfig::Config& config, const AppSettings& settings)
 class Replacement
 {
 public:
-    Replacement(const QByteArray& target, mode_t mode)
+    explicit Replacement(const QByteArray& target)
         : _target(target)
         , _path(target + ".new")
         , _file(nullptr, std::fclose)
     {
         ::unlink(_path.constData());
-        const int descriptor = ::open(_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        const int descriptor = ::open(_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         check(descriptor >= 0, "create");
         _file.reset(::fdopen(descriptor, "w"));
         if (_file == nullptr) {
@@ -194,6 +194,24 @@ private:
     bool _placed = false;
 };
 
+constexpr mode_t permissionBits = 0777;
+
+/// A setgid folder that its group may write is shared among that group.
+bool isSharedFolder(const QByteArray& path)
+{
+    struct stat status = {};
+    return ::stat(path.constData(), &status) == 0 && (status.st_mode & S_ISGID) != 0 && (status.st_mode & S_IWGRP) != 0;
+}
+
+/// In a shared folder the mask of whoever saves first must not shut out the others. That the permissions cannot be
+/// changed, as on disks that know none, is no reason not to save.
+void openToFoldersGroup(int descriptor, const QByteArray& folder)
+{
+    struct stat status = {};
+    if (isSharedFolder(folder) && ::fstat(descriptor, &status) == 0)
+        ::fchmod(descriptor, (status.st_mode & permissionBits) | S_IRGRP | S_IWGRP);
+}
+
 /// Makes the new name of a file survive a power cut.
 void flushFolder(const QByteArray& path)
 {
@@ -216,19 +234,21 @@ void writeFile(const AppSettings& settings)
     if (!behindLinks.isEmpty())
         path = behindLinks;
     const QByteArray target = path.toUtf8();
-    mode_t mode = 0666;
+    const QByteArray folder = QFileInfo(path).path().toUtf8();
     struct stat status = {};
-    if (!behindLinks.isEmpty() && ::stat(target.constData(), &status) == 0) {
-        if (!S_ISREG(status.st_mode) || ::access(target.constData(), W_OK) != 0)
-            throw libconfig::FileIOException();
-        mode = status.st_mode & 0777;
-    }
-    Replacement replacement(target, mode);
+    const bool replaces = !behindLinks.isEmpty() && ::stat(target.constData(), &status) == 0;
+    if (replaces && (!S_ISREG(status.st_mode) || ::access(target.constData(), W_OK) != 0))
+        throw libconfig::FileIOException();
+    Replacement replacement(target);
+    if (replaces)
+        ::fchmod(::fileno(replacement.file()), status.st_mode & permissionBits);
+    else
+        openToFoldersGroup(::fileno(replacement.file()), folder);
     config.write(replacement.file());
     if (std::ftell(replacement.file()) > longestFile)
         throw std::length_error("too long");
     replacement.place();
-    flushFolder(QFileInfo(path).path().toUtf8());
+    flushFolder(folder);
 }
 
 } // namespace

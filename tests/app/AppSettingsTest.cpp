@@ -84,6 +84,23 @@ private:
     void (*_handler)(int) = nullptr;
 };
 
+/// The permissions that the process withholds from new files, until the end of the test.
+class CreationMask
+{
+public:
+    explicit CreationMask(mode_t mask)
+        : _before(::umask(mask))
+    {
+    }
+    ~CreationMask() { ::umask(_before); }
+
+    CreationMask(const CreationMask&) = delete;
+    CreationMask& operator=(const CreationMask&) = delete;
+
+private:
+    mode_t _before;
+};
+
 class AppSettingsTest : public testing::Test
 {
 protected:
@@ -150,6 +167,13 @@ protected:
     static QStringList entries()
     {
         return settingsFolder().entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    static mode_t permissionsOfTheFile()
+    {
+        struct stat status = {};
+        EXPECT_EQ(::stat(settingsFilePath().toUtf8(), &status), 0);
+        return status.st_mode & 0777;
     }
 
     static void parse(libconfig::Config& config) { config.readFile(settingsFilePath().toUtf8().constData()); }
@@ -641,9 +665,32 @@ TEST_F(AppSettingsTest, TheFileKeepsItsPermissions)
     writeFile(settingsFilePath(), completeFile);
     ASSERT_EQ(::chmod(settingsFilePath().toUtf8(), 0600), 0);
     saveSettings();
-    struct stat status = {};
-    ASSERT_EQ(::stat(settingsFilePath().toUtf8(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    EXPECT_EQ(permissionsOfTheFile(), 0600U);
+}
+
+TEST_F(AppSettingsTest, AFileThatOthersMayWriteStaysSoWhateverTheMaskOfWhoSaves)
+{
+    writeFile(settingsFilePath(), completeFile);
+    ASSERT_EQ(::chmod(settingsFilePath().toUtf8(), 0664), 0);
+    const CreationMask mask(0077);
+    saveSettings();
+    EXPECT_EQ(permissionsOfTheFile(), 0664U);
+}
+
+TEST_F(AppSettingsTest, ANewFileInAFolderSharedByAGroupMayBeWrittenByTheGroup)
+{
+    ASSERT_EQ(::chmod(settingsFolder().path().toUtf8(), 02775), 0);
+    const CreationMask mask(0022);
+    saveSettings();
+    EXPECT_EQ(permissionsOfTheFile(), 0664U);
+}
+
+TEST_F(AppSettingsTest, ANewFileInAFolderThatIsNotSharedFollowsTheMask)
+{
+    ASSERT_EQ(::chmod(settingsFolder().path().toUtf8(), 0775), 0);
+    const CreationMask mask(0027);
+    saveSettings();
+    EXPECT_EQ(permissionsOfTheFile(), 0640U);
 }
 
 TEST_F(AppSettingsTest, ASaveCutShortByAPowerCutIsTakenUpByTheNext)
