@@ -23,14 +23,14 @@ public:
     BlockReusingAllocator() noexcept = default;
     BlockReusingAllocator(const BlockReusingAllocator&) noexcept {}
     template<typename Other>
+    // cppcheck-suppress noExplicitConstructor ; the same
     // NOLINTNEXTLINE(google-explicit-constructor): containers convert their allocator for the blocks they need
     BlockReusingAllocator(const BlockReusingAllocator<Other>&) noexcept
     {
     }
     ~BlockReusingAllocator() { Free(_kept, _keptCount); }
 
-    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is taken over
-    BlockReusingAllocator& operator=(const BlockReusingAllocator&) noexcept { return *this; }
+    BlockReusingAllocator& operator=(const BlockReusingAllocator&) = delete;
 
     T* allocate(std::size_t count)
     {

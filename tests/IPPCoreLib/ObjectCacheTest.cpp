@@ -162,7 +162,7 @@ TEST(ObjectCache, ClearPassesNullObjectsToo)
 {
     ObjectCache<Item> cache(2);
     int calls = 0;
-    cache.Clear([&](Item* item) {
+    cache.Clear([&](const Item* item) {
         EXPECT_EQ(item, nullptr);
         ++calls;
     });

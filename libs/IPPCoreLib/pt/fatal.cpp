@@ -29,7 +29,7 @@ void fatal(int code, const char* message)
 {
     if (const fatal_handler handler = installed_handler.load())
         handler(code, message);
-    std::exit(code);
+    std::exit(code); // NOLINT(concurrency-mt-unsafe): whatever else runs, the process is to end
 }
 
 } // namespace pt

@@ -27,8 +27,8 @@ public:
 
 private:
     int _count;
-    pthread_mutex_t _mutex; ///< guards _count
-    pthread_cond_t _condition;
+    pthread_mutex_t _mutex{}; ///< guards _count
+    pthread_cond_t _condition{};
 };
 
 } // namespace pt

@@ -40,8 +40,8 @@ public:
     void post();
 
 private:
-    pthread_mutex_t _mutex; ///< held while _state is changed, and from the look at it until the waiter waits
-    pthread_cond_t _condition;
+    pthread_mutex_t _mutex{}; ///< held while _state is changed, and from the look at it until the waiter waits
+    pthread_cond_t _condition{};
     std::atomic<int> _state; ///< non-zero while signalled
     bool _autoreset;
 };
