@@ -6,6 +6,7 @@
 #include <gst/gst.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -22,8 +23,8 @@ GstElement* makeQueue()
 class GStreamerLine : public Line
 {
 public:
-    GStreamerLine(int hops, const Processors& workers, Sink& sink)
-        : _workers(workers)
+    GStreamerLine(int hops, Processors workers, Sink& sink)
+        : _workers(std::move(workers))
         , _source(gst_pad_new("source", GST_PAD_SRC))
         , _last(gst_pad_new("last", GST_PAD_SINK))
         , _pool(gst_buffer_pool_new())
@@ -37,7 +38,7 @@ public:
             gst_event_unref(event);
             return TRUE;
         });
-        GstPad* upstream = static_cast<GstPad*>(gst_object_ref(_source));
+        auto* upstream = static_cast<GstPad*>(gst_object_ref(_source));
         gst_pad_set_active(_last, TRUE);
         for (int hop = 0; hop < hops; ++hop) {
             _queues.push_back(makeQueue());
@@ -83,7 +84,7 @@ private:
     static GstBusSyncReply PinStreamingThread(GstBus*, GstMessage* message, gpointer self)
     {
         if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STREAM_STATUS) {
-            GstStreamStatusType type;
+            GstStreamStatusType type = GST_STREAM_STATUS_TYPE_CREATE;
             gst_message_parse_stream_status(message, &type, nullptr);
             if (type == GST_STREAM_STATUS_TYPE_ENTER)
                 pinCallingThread(static_cast<GStreamerLine*>(self)->_workers);

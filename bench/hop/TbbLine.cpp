@@ -8,6 +8,8 @@
 #include <tbb/info.h>
 #include <tbb/task_scheduler_observer.h>
 
+#include <utility>
+
 namespace {
 
 // The library counts the processors once, at its first use. It must not be while the threads are pinned to one core,
@@ -18,8 +20,8 @@ namespace {
 class Pinning : public tbb::task_scheduler_observer
 {
 public:
-    explicit Pinning(const Processors& workers)
-        : _workers(workers)
+    explicit Pinning(Processors workers)
+        : _workers(std::move(workers))
     {
         observe(true);
     }

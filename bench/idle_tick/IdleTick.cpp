@@ -34,7 +34,7 @@ int printCost()
     return 0;
 }
 
-int runOurs(QApplication& application)
+int runOurs()
 {
     ApplicationWindow window;
     if (window.currentApp() == nullptr) {
@@ -42,26 +42,26 @@ int runOurs(QApplication& application)
         return 1;
     }
     window.show();
-    return application.exec() != 0 ? 1 : printCost();
+    return QApplication::exec() != 0 ? 1 : printCost();
 }
 
-int runBareWindow(QApplication& application)
+int runBareWindow()
 {
     QMainWindow window;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &window, &countTick);
     timer.start(0);
     window.show();
-    return application.exec() != 0 ? 1 : printCost();
+    return QApplication::exec() != 0 ? 1 : printCost();
 }
 
 /// Runs one contender in this process: CONTENDER WARM-UP TICKS.
 int runContender(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     startMetering(arguments.value(2).toLong(), arguments.value(3).toLong());
-    return arguments.value(1) == QLatin1String(ours) ? runOurs(application) : runBareWindow(application);
+    return arguments.value(1) == QLatin1String(ours) ? runOurs() : runBareWindow();
 }
 
 bool measure(const QString& contender, long ticks, std::vector<Cost>& costs)
@@ -85,6 +85,7 @@ bool measure(const QString& contender, long ticks, std::vector<Cost>& costs)
 double medianOf(const std::vector<Cost>& costs, double Cost::*value)
 {
     std::vector<double> values;
+    values.reserve(costs.size());
     for (const Cost& cost : costs)
         values.push_back(cost.*value);
     std::sort(values.begin(), values.end());

@@ -9,8 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
-
-#include <time.h>
+#include <ctime>
 
 namespace {
 

@@ -10,10 +10,9 @@
 
 #include <atomic>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <string>
-
-#include <time.h>
 
 using namespace simulator;
 

@@ -97,6 +97,7 @@ void LibraryTap::passOn(const VYRFrameRecord& record)
     const auto frame = std::find_if(_frames.begin(), _frames.end(), [numbered](const StereoFrame* candidate) {
         return candidate->record == &numbered->head;
     });
+    // cppcheck-suppress knownConditionTrueFalse ; set by the receiver of the node's signal
     if (!_accepted)
         ++_counts.ignored;
     else if (frame == _frames.end())

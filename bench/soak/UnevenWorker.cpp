@@ -52,6 +52,7 @@ void UnevenWorker::Process(NodeData* item)
 void UnevenWorker::missFrames() const
 {
     const std::uint64_t until = _tap.emitted() + framesToMiss;
+    // cppcheck-suppress knownConditionTrueFalse ; the library's thread counts meanwhile
     while (IsRunning() && _tap.emitted() < until)
         std::this_thread::sleep_for(std::chrono::microseconds(200));
 }

@@ -13,8 +13,7 @@
 
 #include <cstdint>
 #include <cstdio>
-
-#include <time.h>
+#include <ctime>
 
 namespace {
 

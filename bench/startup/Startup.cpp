@@ -15,11 +15,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <ctime>
 #include <map>
 #include <string>
 #include <vector>
-
-#include <time.h>
 
 namespace {
 
@@ -102,13 +101,13 @@ bool start(const Contender& contender, const QProcessEnvironment& environment, F
 void printMedians(const std::string& platform, const char* contender, const Frames& frames)
 {
     for (const auto& [frame, starts] : frames) {
+        const std::string question = std::string("start to first ").append(frame).append(", ").append(platform);
         for (std::size_t i = 0; i < frameUnits.size(); ++i) {
             std::vector<double> values;
             for (const Frame& values4 : starts)
                 values.push_back(values4[i]);
             std::sort(values.begin(), values.end());
-            printFigure("start to first " + frame + ", " + platform + ": " + frameUnits[i], contender,
-                        values[values.size() / 2]);
+            printFigure(question + ": " + frameUnits[i], contender, values[values.size() / 2]);
         }
     }
 }

@@ -10,9 +10,9 @@
 #include <atomic>
 #include <cstddef>
 #include <cstring>
+#include <ctime>
 
 #include <dlfcn.h>
-#include <time.h>
 
 namespace {
 
@@ -32,7 +32,8 @@ std::int64_t timeOf(clockid_t clock)
 
 void mark(const VYRFrame1& frame)
 {
-    auto* const pixels = const_cast<std::uint8_t*>(frame.left.pixels); // the library's memory, as this is
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library's memory, as whose this is written
+    auto* const pixels = const_cast<std::uint8_t*>(frame.left.pixels);
     for (int bit = 0; bit < FrameTap::markBits; ++bit) {
         const QRect place = FrameTap::markOf(bit);
         const int grey = (frame.frameCounter >> static_cast<unsigned>(bit) & 1U) != 0 ? 255 : 0;
@@ -47,6 +48,7 @@ void passOn(const VYRFrameRecord* record, void* userData)
     const auto& frame = *reinterpret_cast<const VYRFrame1*>(record);
     mark(frame);
     threadTime = timeOf(CLOCK_THREAD_CPUTIME_ID);
+    // cppcheck-suppress moduloofone ; it does not know markBits
     arrivalTimes[frame.frameCounter % arrivalTimes.size()] = FrameTap::now();
     ++arrivalCount;
     hostCallback(record, userData);

@@ -11,7 +11,7 @@
 #include <QImage>
 #include <QWidget>
 
-#include <time.h>
+#include <ctime>
 
 namespace {
 
@@ -46,6 +46,7 @@ bool PaintWatch::notify(QObject* receiver, QEvent* event)
     const std::int64_t begin = threadTime();
     const bool result = QApplication::notify(receiver, event);
     _inPainting = false;
+    // cppcheck-suppress knownConditionTrueFalse ; set by the paint event in between
     if (_viewPainted) {
         const std::int64_t end = FrameTap::now();
         _paintingTime += threadTime() - begin;

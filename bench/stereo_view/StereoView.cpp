@@ -18,12 +18,12 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 #include <vector>
-
-#include <time.h>
 
 namespace {
 
@@ -47,7 +47,7 @@ struct Sample
 double quantile(std::vector<double> values, double share)
 {
     std::sort(values.begin(), values.end());
-    return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1) + 0.5)];
+    return values[static_cast<std::size_t>(std::lround(share * static_cast<double>(values.size() - 1)))];
 }
 
 void print(const std::string& figure, double value)
