@@ -78,7 +78,7 @@ VYRCameraDevice::VYRCameraDevice(int binning, int width, int height, float fps)
     // Deliberate, though the test looks upside down: a known mode is applied by StartProcessing(), while the camera is
     // told of an unknown one right here, with the record as the library left it, so that the camera falls back to a
     // mode of its own choice before anybody asks for its frame size.
-    VYRResolutionInfo record; // NOLINT(cppcoreguidelines-pro-type-member-init): not cleared, see above
+    VYRResolutionInfo record; // not cleared, see above
     if (FindResolution(record) == 0)
         __VYRParamSet__(Instance(), VYRResolution, record);
 }
@@ -233,7 +233,7 @@ QString VYRCameraDevice::TextParameter(int id) const
         return QString(); // without a camera nobody would write into the buffer
     // Deliberate: neither cleared before the call nor is the result checked; the text is what the library left, up to
     // the first zero byte or the end of the buffer.
-    char buffer[VYRTextSize]; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    char buffer[VYRTextSize];
     __VYRParamGet__(Instance(), id, buffer);
     return QString::fromUtf8(buffer, static_cast<int>(strnlen(buffer, sizeof(buffer))));
 }

@@ -39,6 +39,7 @@ int verticalBits(int binning)
 
 int shifted(int extent, int exponent)
 {
+    // cppcheck-suppress redundantAssignment ; it takes the condition for a variable
     const std::int64_t wide =
         exponent >= 0 ? std::int64_t{extent} * (std::int64_t{1} << exponent) : std::int64_t{extent} >> -exponent;
     return static_cast<int>(

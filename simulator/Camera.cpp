@@ -84,12 +84,11 @@ bool Camera::start(FrameCallback callback, void* userData)
     if (_thread.joinable())
         _thread.join();
     _stopping = false;
-    VYRResolutionInfo streamingMode = {};
-    {
+    const VYRResolutionInfo streamingMode = [this] {
         const std::lock_guard<std::mutex> settingsLock(_settingsMutex);
         _streamingMode = _mode;
-        streamingMode = _mode;
-    }
+        return _mode;
+    }();
     try {
         auto maker = std::make_unique<FrameMaker>(streamingMode, *_source, _ring);
         const float fps = streamingMode.fps;

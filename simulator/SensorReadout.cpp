@@ -134,6 +134,7 @@ const std::uint8_t* SensorReadout::litRow(const std::uint8_t* pixels, const Cont
     const float lamp =
         static_cast<float>(controls.led) / 100.0F * lampStrength * _lampRows[static_cast<std::size_t>(row)] * factor;
     for (std::size_t x = 0; x < width; ++x)
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings): never negative, and lround() would be a call for each column
         _factors[x] = static_cast<std::uint16_t>(static_cast<std::int32_t>(factor + lamp * _lampColumns[x] + 0.5F));
     multiply(pixels, _factors.data(), _mode.width, _lit.data());
     return _lit.data();

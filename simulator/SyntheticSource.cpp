@@ -35,7 +35,7 @@ std::uint8_t roomGrey(const Room& room, int eye, int x, int y)
     float sum = 0.0F;
     for (const float part : {-0.25F, 0.25F})
         sum += Scene::grey(room.meet(Scene::sight(eye, static_cast<float>(x) + part, static_cast<float>(y) + part)));
-    return static_cast<std::uint8_t>(0.5F * sum + 0.5F);
+    return static_cast<std::uint8_t>(0.5F * sum + 0.5F); // NOLINT(bugprone-incorrect-roundings): never negative
 }
 
 std::vector<std::uint8_t> stillPicture(const Scene& scene, int eye)
@@ -68,8 +68,8 @@ void paintShadows(ScenePainter& painter, const MovingThings& things, const Room&
 /// Draws boxes and balls from the furthest to the nearest.
 void paintThings(ScenePainter& painter, const MovingThings& things)
 {
-    std::array<const Box*, 2> boxes = {&things.boxes[0], &things.boxes[1]};
-    std::array<const Ball*, 2> balls = {&things.balls[0], &things.balls[1]};
+    std::array<const Box*, 2> boxes = {&things.boxes.front(), &things.boxes.back()};
+    std::array<const Ball*, 2> balls = {&things.balls.front(), &things.balls.back()};
     const auto further = [](const auto* a, const auto* b) { return a->centre.z > b->centre.z; };
     std::sort(boxes.begin(), boxes.end(), further);
     std::sort(balls.begin(), balls.end(), further);

@@ -155,6 +155,7 @@ void ScenePainter::paintLevelFace(const Box& box, float side)
     const std::array<Vector3, 4> outline = {
         centre + box.turn.outOf({-half.x, 0.0F, -half.z}), centre + box.turn.outOf({half.x, 0.0F, -half.z}),
         centre + box.turn.outOf({half.x, 0.0F, half.z}), centre + box.turn.outOf({-half.x, 0.0F, half.z})};
+    // cppcheck-suppress duplicateAssignExpression ; both begin there
     float nearest = outline[0].z;
     float furthest = outline[0].z;
     for (const Vector3& corner : outline) {

@@ -15,6 +15,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -67,9 +68,9 @@ QImage centralPicture(const QMainWindow& window)
 
 } // namespace
 
-Observer::Observer(const QString& pictureFile, QObject* parent)
+Observer::Observer(QString pictureFile, QObject* parent)
     : QObject(parent)
-    , _pictureFile(pictureFile)
+    , _pictureFile(std::move(pictureFile))
 {
     connect(&_timer, &QTimer::timeout, this, &Observer::look);
     _timer.start(lookInterval);

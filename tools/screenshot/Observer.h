@@ -19,7 +19,7 @@ class Observer : public QObject
     Q_OBJECT
 
 public:
-    explicit Observer(const QString& pictureFile, QObject* parent = nullptr);
+    explicit Observer(QString pictureFile, QObject* parent = nullptr);
 
 signals:
     /// The picture of the window has been taken; once.

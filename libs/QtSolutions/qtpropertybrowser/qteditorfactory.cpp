@@ -18,12 +18,11 @@ public:
         , editor(editorWidget)
         , manager(propertyManager)
     {
-        connect(
-            manager, &QtAbstractPropertyManager::propertyDestroyed, this,
-            [this, property](QtProperty* destroyed) {
-                if (destroyed == property)
-                    delete this;
-            });
+        connect(manager, &QtAbstractPropertyManager::propertyDestroyed, this,
+                [this, property](const QtProperty* destroyed) {
+                    if (destroyed == property)
+                        delete this;
+                });
     }
 
     QWidget* const editor;
@@ -169,14 +168,12 @@ QWidget* QtEnumEditorFactory::createEditor(QtEnumPropertyManager* manager, QtPro
     QObject* link = tie(editor, manager, property);
     connect(manager, &QtEnumPropertyManager::enumNamesChanged, link, refill);
     connect(manager, &QtEnumPropertyManager::enumIconsChanged, link, refill);
-    connect(
-        manager, &QtEnumPropertyManager::valueChanged, link,
-        [=](const QtProperty* changed) {
-            if (changed == property) {
-                const QSignalBlocker blocker(editor);
-                editor->setCurrentIndex(manager->value(property));
-            }
-        });
+    connect(manager, &QtEnumPropertyManager::valueChanged, link, [=](const QtProperty* changed) {
+        if (changed == property) {
+            const QSignalBlocker blocker(editor);
+            editor->setCurrentIndex(manager->value(property));
+        }
+    });
     connect(editor, qOverload<int>(&QComboBox::currentIndexChanged), link,
             [=](int index) { manager->setValue(property, index); });
     return editor;

@@ -149,6 +149,7 @@ void QtProperty::propertyChanged()
     Q_EMIT _manager->propertyChanged(this);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as the tree of properties
 bool QtProperty::isAbove(const QtProperty* property) const
 {
     if (property == this)
@@ -385,6 +386,7 @@ void QtAbstractPropertyBrowser::forget(QtAbstractPropertyManager* manager)
         factory->_browsersByManager.remove(manager);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as the tree of properties
 QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBrowserItem* parent, QtBrowserItem* after)
 {
     watch(property->propertyManager());
@@ -400,6 +402,7 @@ QtBrowserItem* QtAbstractPropertyBrowser::createItem(QtProperty* property, QtBro
     return item;
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as the tree of properties
 void QtAbstractPropertyBrowser::removeItem(QtBrowserItem* item)
 {
     while (!item->_children.isEmpty())

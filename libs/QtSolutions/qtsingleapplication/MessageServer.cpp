@@ -42,6 +42,7 @@ bool MessageServer::listen(const QString& path)
 {
     _listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (!bind(QFile::encodeName(path)) || ::listen(_listener, backlog) != 0) {
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the text is this thread's
         qCWarning(instanceLog) << "Cannot listen at" << path << "-" << std::strerror(errno);
         return false;
     }
@@ -81,6 +82,7 @@ void MessageServer::acceptConnection()
 /// Makes it possible to accept the connection that waits, now or after a while.
 void MessageServer::makeRoom()
 {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the text is this thread's
     qCWarning(instanceLog) << "Cannot accept a connection -" << std::strerror(errno);
     if (!_connections.isEmpty()) {
         drop(_connections.first());
