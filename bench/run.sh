@@ -21,10 +21,10 @@ if [ "$rounds" = --quick ]; then
     google_options+=(--benchmark_min_time=0.001)
 fi
 
-packages+=(libbenchmark-dev libboost-dev libgstreamer1.0-dev libtbb-dev python3)
+packages+=("${benchmark_packages[@]}" python3)
+build_options=(-DVYR_BUILD_BENCHMARKS=ON -DBUILD_TESTING=OFF)
 install_missing_packages >&2
-cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVYR_BUILD_BENCHMARKS=ON -DBUILD_TESTING=OFF >&2
-cmake --build "$build" --target benchmarks >&2
+build_targets benchmarks >&2
 
 # wanted NAME: whether the program was asked for.
 wanted() {

@@ -10,13 +10,16 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/packaging/prepare.sh"
 cd "$root"
 
-packages+=(clang-tidy cppcheck python3)
+packages+=(clang-tidy cppcheck python3 "${benchmark_packages[@]}")
 install_missing_packages
-build_targets all # for what Qt generates, which some sources include
+# For what Qt generates, which some sources include. A folder of its own, since the others do without the benchmarks.
+build="$root/build/analysis"
+build_options=(-DVYR_BUILD_BENCHMARKS=ON)
+build_targets all
 
 # Each of our sources once: one that several programs share is not read for each of them.
 # Named from here, since cppcheck names the sources as it is given these, and the suppressions name them from here, too.
-commands=build/analysis/compile_commands.json
+commands=build/analysis/sources/compile_commands.json
 mkdir -p "$(dirname "$commands")"
 python3 - "$build" "$commands" <<'END'
 import json, sys
@@ -29,5 +32,5 @@ END
 
 cppcheck --project="$commands" \
     --enable=warning,performance,portability,style --std=c++17 --library=qt,posix,googletest,opencv2 \
-    --suppressions-list=packaging/cppcheck-suppressions.txt --quiet -j "$(nproc)" --error-exitcode=1
+    --inline-suppr --suppressions-list=packaging/cppcheck-suppressions.txt --quiet -j "$(nproc)" --error-exitcode=1
 run-clang-tidy -quiet -p "$(dirname "$commands")" -j "$(nproc)" "$@"

@@ -16,6 +16,12 @@ packages=(
     "${libraries[@]}"
 )
 
+# What the benchmarks measure with, and their peers.
+benchmark_packages=(libbenchmark-dev libboost-dev libgstreamer1.0-dev libtbb-dev)
+
+# What the build is configured with besides, by scripts that need it.
+build_options=()
+
 # Installs the Debian packages of the list that are missing, and says which.
 install_missing_packages() {
     if ! command -v dpkg-query >/dev/null; then
@@ -43,6 +49,7 @@ install_missing_packages() {
 
 # build_targets TARGET...: configures a Release build and builds the targets.
 build_targets() {
-    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_EXPORT_COMPILE_COMMANDS=ON \
+        "${build_options[@]}"
     cmake --build "$build" --target "$@"
 }
