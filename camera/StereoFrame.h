@@ -25,8 +25,8 @@ public:
     void Release() override;
 
     VYRCameraDevice* owner;       ///< whose pool lent the frame
-    const VYRFrameRecord* record; ///< the camera library's record; read-only
-    float fps; ///< frames per second as measured when the frame came; 0 until the first window closes
+    const VYRFrameRecord* record; ///< the camera library's record; read-only, never null, good during Process()
+    float fps; ///< frames per second as measured when the frame came; 0 in the first second after a start
 };
 
 static_assert(sizeof(StereoFrame) == (sizeof(void*) == 4 ? 16 : 32), "apps read the fields by their place");

@@ -27,6 +27,10 @@ struct VYRResolutionInfo;
 ///  - open, idle: after construction and after StopProcessing().
 ///  - streaming: after a StartProcessing() that found its mode and whose library start succeeded.
 ///
+/// An app joins by ImageProcessingNode::SetInputNode(), clears OutputQueue(), starts its own nodes and then this one;
+/// it stops in the same order, nodes first, and clears the queue again. There is one consumer: who takes a frame from
+/// the queue has it alone.
+///
 /// At the limits: with all 32 frames of the pool out, a camera frame is dropped; with a full output queue (31) the
 /// frame is dropped and its pool slot stays taken until streaming is next started or stopped. Neither is reported.
 ///
@@ -49,22 +53,23 @@ public:
     /// Opens the camera without a capture mode; StartProcessing() finds none until SetResolution().
     VYRCameraDevice();
 
-    /// Opens the camera for a mode: binning code (BinningNames.h), size in pixels, frames per second. When opening
-    /// fails the object is valid and closed.
+    /// Opens the camera for a mode: binning code (BinningNames.h), size in pixels, frames per second, all unchecked.
+    /// When opening fails the object is valid and closed. The host does this; apps are given the node.
     VYRCameraDevice(int binning, int width, int height, float fps);
 
     /// Stops streaming and closes the camera.
     ~VYRCameraDevice() override;
 
     /// Starts streaming in the stored mode with the stored controls, with a fresh frame pool, and emits InfoChanged().
-    /// Does nothing while closed, or when the camera knows no such mode.
+    /// Does nothing while closed, or when the camera knows no such mode; nobody is told. While streaming it starts the
+    /// camera again, and every frame that is out counts as free: stop first.
     void StartProcessing() override;
 
     /// Stops streaming and takes all frames back into the pool, also those that are still queued: whoever stops the
     /// camera clears its output queue. Does nothing unless streaming.
     void StopProcessing() override;
 
-    /// Closes the camera for good; does nothing when it is closed.
+    /// Closes the camera for good; does nothing when it is closed. Not for apps: the camera is the host's.
     void Close() override;
 
     /// Does nothing: a camera has no input.
@@ -76,37 +81,47 @@ public:
     /// The camera library's handle; null while closed. Thread: any thread.
     void* Instance() const { return _instance.load(std::memory_order_relaxed); }
 
-    /// Sets the capture mode for the next StartProcessing(). New values emit InfoChanged() with the previous
-    /// resolution and a rate of 0; the stored values emit nothing. To be called while stopped.
+    /// Sets the capture mode for the next StartProcessing(): binning code, size in pixels, frames per second,
+    /// unchecked. New values emit InfoChanged() with the previous resolution and a rate of 0; the stored values emit
+    /// nothing. To be called while stopped. The host does this when the user chooses a mode; it does not learn of an
+    /// app's.
     void SetResolution(int binning, int width, int height, float fps);
 
     /// Builds the status text from the current measurements and emits InfoChanged(). Thread: any thread.
     void UpdateInfo();
 
-    /// The camera's identity, at most 256 characters; empty while closed.
+    /// The camera's name, at most 256 bytes of UTF-8, as it and the next three are; empty while closed. What the camera
+    /// library gives is not checked.
     QString DeviceName() const;
+    /// The camera's serial number.
     QString SerialNumber() const;
+    /// The version of the camera's firmware.
     QString FirmwareVersion() const;
+    /// When the camera's firmware was built, in the camera's own words.
     QString FirmwareBuildTime() const;
 
     /// The camera library's version; a null string when it has none.
     QString LibraryVersion() const;
 
-    /// Whether the open camera has this mode; false while closed.
+    /// Whether the open camera has this mode: binning code, size in pixels, frames per second within the mode's bounds.
+    /// False while closed. -1 for a value means any.
     bool IsResolutionSupported(int binning, int width, int height, float fps) const;
 
-    /// The current mode as a key for files and settings, such as "R640x480_B2x2".
+    /// The current mode as a key for files and settings, such as "R640x480_B2x2", for instance of a calibration.
+    /// Thread: any thread.
     QString ResolutionKey() const;
 
-    /// Two values of the camera library whose meaning is the library's own; 0 when it gives none.
+    /// A value of the camera library whose meaning is the library's own; 0 while closed and when it gives none.
     std::int64_t Parameter18() const;
+    /// Another one, likewise.
     std::int64_t Parameter19() const;
 
-    /// The pool that frames are lent from. Thread: any thread.
+    /// The pool that frames are lent from: the node's own, for as long as that lives. Thread: any thread.
     StereoFrameCache& FrameCache() { return _frameCache; }
 
 signals:
-    /// The status text: resolution, binning, frames per second, data rate and, once known, temperature.
+    /// The status text: resolution, binning, frames per second, data rate (labelled MB/s, counted in 2²⁰ bytes) and,
+    /// once known, temperature in degrees Celsius. Once a second of camera time, and at every start.
     /// Thread: GUI thread and camera callback thread.
     void InfoChanged(QString infoString);
 
@@ -115,24 +130,29 @@ signals:
 
 public slots:
     // Controls. Those of the first five are remembered and applied by the next StartProcessing(), also when they were
-    // set while no camera was open; they begin a new frame-rate window.
+    // set while no camera was open; they begin a new frame-rate window. Numbers are passed on unchecked.
 
-    /// Exposure in the camera library's units; 0 leaves it to the camera.
+    /// Sets the exposure, in the camera library's units: for the simulated camera 1 to 100, in percent of the longest.
+    /// 0 leaves it to the camera. Remembered: the next StartProcessing() applies it, also when no camera is open now.
     void Exposure(int val);
-    /// Gain in the camera library's units; 0 leaves it to the camera.
+    /// Sets the gain, in the camera library's units: for the simulated camera 1 to 100, where 50 is neutral and 25 more
+    /// doubles. 0 leaves it to the camera. Remembered.
     void Gain(int val);
-    /// Brightness of the LED in the camera library's units.
+    /// Sets the brightness of the LED, in the camera library's units: for the simulated camera 0 (off) to 100, in
+    /// percent. Remembered.
     void Led(int val);
+    /// Mirrors each picture left to right. Remembered.
     void HFlip(bool val);
+    /// Turns each picture upside down. Remembered.
     void VFlip(bool val);
 
     // Controls that the camera keeps to itself: without a camera they do nothing, and nothing is remembered.
 
-    /// Swaps the left and the right picture.
+    /// Swaps the left and the right picture. Not remembered: sent again by whoever wants it after the next start.
     void SwapCameras(bool val);
-    /// Undistorts the pictures.
+    /// Undistorts the pictures. Not remembered either.
     void Undistort(bool val);
-    /// Sets the ranges of the inertial sensors.
+    /// Sets the ranges of the inertial sensors; values are passed on unchecked. Not remembered either.
     void IMURange(VYRAccelRange accel, VYRGyroRange gyro);
 
 private:

@@ -12,7 +12,7 @@ enum VYRAccelRange : int {
     VYR_ACCEL_RANGE_16G = 3 ///< ±16 g
 };
 
-/// Gyroscope range, passed through unchanged as well.
+/// Gyroscope range. Passed through unchanged as well.
 enum VYRGyroRange : int {
     VYR_GYRO_RANGE_250 = 0,  ///< ±250 °/s
     VYR_GYRO_RANGE_500 = 1,  ///< ±500 °/s

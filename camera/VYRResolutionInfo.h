@@ -7,11 +7,12 @@
 #include <cstdint>
 #include <type_traits>
 
-/// A capture mode, as the camera library fills it in and takes it by value.
+/// A capture mode, as the camera library fills it in and takes it by value. Nothing in it is checked before it reaches
+/// the library: a mode that the camera does not have is one that it does not start in.
 struct VYRResolutionInfo
 {
-    std::int32_t width;   ///< pixels
-    std::int32_t height;  ///< pixels
+    std::int32_t width;   ///< pixels of each picture, after binning
+    std::int32_t height;  ///< pixels of each picture, after binning
     std::int32_t binning; ///< binning code, see BinningNames.h
     float fps;            ///< frames per second
     float minFps;         ///< the mode's least frames per second

@@ -18,10 +18,14 @@ template<typename T>
 class BlockReusingAllocator
 {
 public:
+    /// What the blocks hold.
     using value_type = T;
 
+    /// Keeps no block yet.
     BlockReusingAllocator() noexcept = default;
+    /// Keeps no block yet, whatever the original keeps.
     BlockReusingAllocator(const BlockReusingAllocator&) noexcept {}
+    /// Likewise, for blocks of something else.
     template<typename Other>
     // cppcheck-suppress noExplicitConstructor ; the same
     // NOLINTNEXTLINE(google-explicit-constructor): containers convert their allocator for the blocks they need
@@ -32,6 +36,7 @@ public:
 
     BlockReusingAllocator& operator=(const BlockReusingAllocator&) = delete;
 
+    /// A block for `count` items: the one kept, if it is of that size. Throws std::bad_alloc when memory has run out.
     T* allocate(std::size_t count)
     {
         if (_kept != nullptr && _keptCount == count)
@@ -39,12 +44,15 @@ public:
         return std::allocator<T>().allocate(count);
     }
 
+    /// Keeps `block`, of `count` items, and frees the one kept before.
     void deallocate(T* block, std::size_t count) noexcept
     {
         Free(std::exchange(_kept, block), std::exchange(_keptCount, count));
     }
 
+    /// Always true: any allocator of this kind may free what another has allocated.
     friend bool operator==(const BlockReusingAllocator&, const BlockReusingAllocator&) noexcept { return true; }
+    /// Always false.
     friend bool operator!=(const BlockReusingAllocator&, const BlockReusingAllocator&) noexcept { return false; }
 
 private:

@@ -20,6 +20,7 @@ class ImageProcessingNode;
 class IPPCORELIB_EXPORT ImageProcessingPipeline
 {
 public:
+    /// A stopped line without nodes.
     ImageProcessingPipeline();
 
     /// Closes and deletes the nodes, as DeleteNodes() does. Must be stopped before.
@@ -28,7 +29,9 @@ public:
     ImageProcessingPipeline(const ImageProcessingPipeline&) = delete;
     ImageProcessingPipeline& operator=(const ImageProcessingPipeline&) = delete;
 
-    /// Appends `node`, whose input becomes the last node so far; the first node's input is left as it is.
+    /// Appends `node`, whose input becomes the last node so far; the first node's input is left as it is. The pipeline
+    /// owns it from then on, so a node of somebody else's, the camera for instance, is not added but made the input of
+    /// the first.
     void AddNode(ImageProcessingNode* node);
 
     /// Takes `node` out of the line and gives it back to the caller, neither stopped, closed nor deleted; its
@@ -41,9 +44,10 @@ public:
     /// Stops the nodes from last to first, then clears the output queues.
     void Stop();
 
+    /// Whether Start() was called, and Stop() not since.
     bool IsRunning() const { return _running; }
 
-    /// Closes and deletes every node, from last to first.
+    /// Closes and deletes every node, from last to first. Must be stopped before.
     void DeleteNodes();
 
 private:

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <mutex>
 
-/// Processing-time statistics of one node.
+/// Processing-time statistics of one node. Measured by the system's clock: a sample during which that is set is wrong.
 /// Thread: BeginTiming() and EndTiming() on the node's worker thread, AverageMilliseconds() on any thread.
 class IPPCORELIB_EXPORT NodeTiming
 {
@@ -21,7 +21,7 @@ public:
 
     /// The average time per item in milliseconds, resolution 1 ms a sample. With at least `minimumSamples`
     /// samples gathered, a new average is formed from them and gathering begins anew; with fewer, the previous
-    /// average is returned (0 at first) and gathering goes on.
+    /// average is returned (0 at first) and gathering goes on. To be asked with at least 1.
     double AverageMilliseconds(std::int32_t minimumSamples);
 
 private:

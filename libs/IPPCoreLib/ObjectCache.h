@@ -34,6 +34,7 @@ public:
     {
     }
 
+    /// Aborts the process when a slot still holds an object.
     ~ObjectCache()
     {
         for (const Slot& slot : _objectCache)

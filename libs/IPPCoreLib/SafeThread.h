@@ -18,7 +18,10 @@
 class IPPCORELIB_EXPORT SafeThread : public pt::thread
 {
 public:
+    /// A thread with nothing to run yet; see pt::thread for `autofree`.
     explicit SafeThread(bool autofree);
+
+    /// Clears `executing` and waits for the thread, if there is one to wait for.
     ~SafeThread() override;
 
     /// Set by the thread when run() begins, cleared when the callable has returned or by the owner just before
@@ -32,6 +35,7 @@ public:
     std::function<void()> callable;
 
 protected:
+    /// Runs the callable. What the callable throws ends the process.
     void run() override;
 };
 

@@ -27,13 +27,14 @@ class IPPCORELIB_EXPORT WaitableQueue
 public:
     /// A queue of the given capacity, of which one place stays unused: 32 holds 31 items.
     explicit WaitableQueue(std::int32_t capacity);
+    /// Forgets the items, without releasing them.
     virtual ~WaitableQueue();
 
     WaitableQueue(const WaitableQueue&) = delete;
     WaitableQueue& operator=(const WaitableQueue&) = delete;
 
-    /// Appends `item` and wakes the consumer. Returns false, without taking the item, when the queue is full.
-    /// Never waits for anybody but for the short lock.
+    /// Appends `item` and wakes the consumer. Returns false, without taking the item, when the queue is full: the
+    /// caller still has it, and releases it or tries again. Never waits for anybody but for the short lock.
     bool Push(Item item);
 
     /// Takes the front item. On an empty queue waits at most `timeout` milliseconds (negative: without limit), once:

@@ -14,7 +14,7 @@
 /** A picture's address in a place of 8 bytes, so that the record is the same on 32 and 64 bit. */
 typedef union VYRPicturePlace {
     const uint8_t* pixels; /**< first pixel of the top row */
-    uint64_t place;
+    uint64_t place;        /**< the same as a number, for who copies records */
 } VYRPicturePlace;
 
 /**
@@ -32,13 +32,13 @@ typedef struct VYRFrame1
     uint32_t bytesPerRow;  /**< from one row to the next: the width, rounded up to a multiple of 16 */
     uint8_t hasSensorData; /**< not 0: the last three fields were measured. Else they are 0 */
     uint8_t bitsPerPixel;  /**< 8: grey values */
-    uint8_t reserved26[6];
-    VYRPicturePlace left;
-    VYRPicturePlace right;
+    uint8_t reserved26[6]; /**< 0 */
+    VYRPicturePlace left;  /**< the left picture: height rows of bytesPerRow bytes; good as long as the record */
+    VYRPicturePlace right; /**< the right picture, likewise */
     float acceleration[3]; /**< in g; x to the right, y down, z ahead: at rest 0, -1, 0 */
-    uint8_t reserved60[4];
-    float temperature; /**< of the sensor, in degrees Celsius */
-    float rotation[3]; /**< in degrees per second about the same axes */
+    uint8_t reserved60[4]; /**< 0 */
+    float temperature;     /**< of the sensor, in degrees Celsius */
+    float rotation[3];     /**< in degrees per second about the same axes */
 } VYRFrame1;
 
 #ifdef __cplusplus

@@ -11,6 +11,7 @@ namespace pt {
 class IPPCORELIB_EXPORT exception : public unknown
 {
 public:
+    /// An exception that says nothing but that it is one.
     exception() = default;
     ~exception() override;
 };

@@ -22,7 +22,10 @@ namespace pt {
 class IPPCORELIB_EXPORT thread : public unknown
 {
 public:
+    /// A thread that has yet to be started, of one of the two modes.
     explicit thread(bool autofree);
+
+    /// Detaches a joinable thread that was started and not waited for.
     ~thread() override;
 
     /// Starts the thread. Failing to create it is fatal (0xC0028, "pthread_create() failed").
@@ -32,11 +35,11 @@ public:
     /// is fatal. Must follow start(); the behaviour is undefined otherwise.
     void waitfor();
 
-    /// Posts the thread's signal semaphore, once.
+    /// Posts the thread's signal semaphore, once. Thread: any thread.
     void signal();
 
 protected:
-    /// The thread's body.
+    /// The thread's body. What it throws ends the process.
     virtual void run() = 0;
 
     /// Called on the thread when run() is through. A pt::exception that leaves it is deleted and forgotten.
@@ -45,6 +48,7 @@ protected:
     /// Whether start() has been called. Thread: the owner's.
     bool is_started() const { return _started != 0; }
 
+    /// Whether the thread deletes itself. Thread: any thread.
     bool is_autofree() const { return _autofree != 0; }
 
 private:

@@ -14,6 +14,7 @@ namespace pt {
 class IPPCORELIB_EXPORT timedsem : public unknown
 {
 public:
+    /// A semaphore with that count, 0 or more.
     explicit timedsem(int initial_count);
     ~timedsem() override;
 

@@ -18,6 +18,7 @@ namespace pt {
 class IPPCORELIB_EXPORT trigger
 {
 public:
+    /// An auto-reset or a manual trigger, signalled or not.
     trigger(bool autoreset, bool signalled);
     ~trigger();
 

@@ -5,12 +5,15 @@
 
 #include <libs/IPPCoreLib/IPPCoreLibExport.h>
 
+/// The thread library under the processing nodes, on POSIX threads. What fails in it, or is misused, ends the process
+/// (pt::fatal()).
 namespace pt {
 
 /// Root of the thread library's classes: gives them a virtual destructor and nothing else.
 class IPPCORELIB_EXPORT unknown
 {
 public:
+    /// Nothing to set up.
     unknown() = default;
     virtual ~unknown();
 
