@@ -23,7 +23,7 @@ namespace {
 
 constexpr int thresholdStep = 5;
 
-constexpr QLatin1String darkOnLightKey("DarkOnLight");
+constexpr char darkOnLightKey[] = "DarkOnLight";
 
 /// The user's choices between runs: a file of the app's own.
 class Choices : public QSettings
