@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Opens the manual as a user does: starts the program, chooses Documentation in its menu Help, and has Chromium read what
-# the program hands over to the desktop, page by page. Fails when a page or a picture does not load.
+# Opens the manual as a user does: starts the program, chooses Documentation in its menu Help, and has Chromium read
+# what the program hands over to the desktop, page by page. Fails when a page or a picture does not load.
 #
 #   docs/check-manual.sh [BUILD]     with the program of that build tree, or of build/release after building it
 #
