@@ -16,5 +16,6 @@ install(FILES
     "${CMAKE_CURRENT_BINARY_DIR}/VYRDashboardConfig.cmake"
     "${CMAKE_CURRENT_BINARY_DIR}/VYRDashboardConfigVersion.cmake"
     cmake/VYRAddApp.cmake
-    DESTINATION "${package_dir}")
-install(EXPORT VYRDashboardTargets DESTINATION "${package_dir}")
+    DESTINATION "${package_dir}"
+    COMPONENT development)
+install(EXPORT VYRDashboardTargets DESTINATION "${package_dir}" COMPONENT development)

@@ -25,6 +25,8 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_INSTALL_RPATH "$ORIGIN")
 add_link_options("LINKER:--enable-new-dtags")
+# What is installed belongs to the program unless it says COMPONENT development: what is needed to build apps.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 set(VYR_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/vyr-dashboard")
 set(VYR_INSTALL_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/vyr-dashboard")
 

@@ -47,7 +47,8 @@ install_missing_packages() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# build_targets TARGET...: configures a Release build and builds the targets.
+# build_targets TARGET...: configures a Release build, with what else the script has put into build_options, and builds
+# the targets.
 build_targets() {
     cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_EXPORT_COMPILE_COMMANDS=ON \
         "${build_options[@]}"
