@@ -208,7 +208,7 @@ Tour viewStops()
     for (const char* name : {"view-one-above-the-other", "view-left-only", "", "view-anaglyph", "view-difference"})
         stops.push_back({name, chooseNextArrangement, placeOfPictures, true, true});
     stops.push_back({QString(), chooseFirstArrangement, placeOfPictures, true});
-    stops.push_back({"view-zoomed", zoomIn, placeOfPictures, true, true});
+    stops.push_back({"view-zoomed", zoomIn, placeOfPictures, true});
     return stops;
 }
 
