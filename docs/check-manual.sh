@@ -33,8 +33,8 @@ END
 chmod +x "$work/desktop/xdg-open"
 
 rm -rf "$root/build/manual-pages"
-# Nothing of the desktop that this may be started from, which would have its own browser opened.
-env -u BROWSER -u DEFAULT_BROWSER -u XDG_CURRENT_DESKTOP PATH="$work/desktop:$PATH" \
+# In English, and with nothing of the desktop that this may be started from, which would have its own browser opened.
+env -u LANGUAGE -u BROWSER -u DEFAULT_BROWSER -u XDG_CURRENT_DESKTOP PATH="$work/desktop:$PATH" \
     HOME="$work" XDG_CONFIG_HOME="$work" TMPDIR="$work" LD_LIBRARY_PATH="$work/bin" LC_ALL=C.UTF-8 VYR_SOURCE=none \
     QT_PLUGIN_PATH="$build/tools" QT_QPA_PLATFORM=xcb QT_QPA_GENERIC_PLUGINS=vyrdocumentation \
     timeout 120 xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" "$work/bin/VYRDashboard"

@@ -39,7 +39,8 @@ END
 run_copy() {
     local home="$work/$1"
     # In English, whatever is spoken here.
-    env HOME="$home" XDG_CONFIG_HOME="$home" TMPDIR="$home" LD_LIBRARY_PATH="$home/bin" LC_ALL=C.UTF-8 VYR_SOURCE="$2" \
+    env -u LANGUAGE LC_ALL=C.UTF-8 HOME="$home" XDG_CONFIG_HOME="$home" TMPDIR="$home" \
+        LD_LIBRARY_PATH="$home/bin" VYR_SOURCE="$2" \
         QT_PLUGIN_PATH="$build/tools" QT_QPA_PLATFORM=xcb QT_QPA_GENERIC_PLUGINS="$3" \
         timeout 300 xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" "$home/bin/VYRDashboard"
 }
