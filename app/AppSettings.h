@@ -66,6 +66,9 @@ void loadSettings();
 /// replaced; a link that leads nowhere is replaced itself. A folder, socket or device in its place is left alone,
 /// and so is a file that the user may not write.
 ///
+/// The file keeps its permissions. A new one has those that the user's mask leaves, and in a setgid folder that its
+/// group may write, which several users share, it is readable and writable for that group whatever the mask.
+///
 /// Nothing is reported when it cannot be written, be it because the folder is missing (it is never created), is
 /// not writable or is full: the old file and the record stay as they are, and no other file is left behind. So
 /// they do when the file could not be read back: with a frame rate that is not finite, or with an app's name that

@@ -61,6 +61,7 @@ make_system() {
             >"$work/debootstrap.log"
     fi
     cp -a "$work/base" "$system"
+    echo force-unsafe-io >"$system/etc/dpkg/dpkg.cfg.d/test" # what a power cut leaves of it does not matter
     mount -t proc proc "$system/proc"
     mount -t tmpfs tmpfs "$system/dev/shm"
     mount --bind "$work/debs" "$system/var/cache/apt/archives"
