@@ -27,7 +27,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTOR
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME vyr-dashboard)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS xdg-utils) # opens the manual
+# What opens the manual, and the texts of Qt's own dialogs in other languages than English.
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "qttranslations5-l10n, xdg-utils")
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION
 "host for USB stereo cameras and the apps that use them
 VYR Dashboard opens a USB stereo camera of the VYR family, shows its two
