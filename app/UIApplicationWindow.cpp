@@ -7,6 +7,7 @@
 #include "Identity.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QGuiApplication>
@@ -74,7 +75,9 @@ void UIApplicationWindow::setupUi(QMainWindow* window, bool hasApps, bool hasCam
     initIconResource();
     window->setWindowTitle(QLatin1String(Identity::applicationName));
     window->resize(1200, 670);
-    window->setWindowIcon(QIcon(QStringLiteral(":/default.ico")));
+    const QIcon icon(QStringLiteral(":/default.ico"));
+    window->setWindowIcon(icon);
+    QApplication::setWindowIcon(icon); // for the dialogs, to which a window's own does not extend
     centreOnScreen(window);
     window->setAnimated(false);
     setupDocks(window);

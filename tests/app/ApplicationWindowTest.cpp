@@ -21,6 +21,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDesktopServices>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QElapsedTimer>
@@ -442,6 +443,14 @@ TEST_F(ApplicationWindowTest, IsCentredOnTheAvailableGeometry)
     EXPECT_EQ(window->size(), QSize(1200, 670));
     EXPECT_EQ(window->geometry(), QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, QSize(1200, 670),
                                                       QGuiApplication::primaryScreen()->availableGeometry()));
+}
+
+TEST_F(ApplicationWindowTest, DialogsHaveItsIcon)
+{
+    QApplication::setWindowIcon(QIcon());
+    open();
+    const QDialog dialog;
+    EXPECT_EQ(dialog.windowIcon().availableSizes(), window->windowIcon().availableSizes());
 }
 
 TEST_F(ApplicationWindowTest, ItsIconHoldsEverySize)
