@@ -48,7 +48,7 @@ VYR Dashboard opens a USB stereo camera of the VYR family and runs apps that
 process its frames.
 .
 This package has the headers and the CMake package with which such apps are
-built.")
+built, and an example.")
 
 set(maintainer_scripts "")
 foreach(script IN ITEMS postinst postrm)
