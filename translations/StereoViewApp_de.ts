@@ -216,7 +216,7 @@ verschieben den Ausschnitt, und ein Doppelklick oder 0 zeigt wieder alles.</tran
         <source>The pictures cannot be shown:
 the picture layout of this camera library is not known.</source>
         <translation>Die Bilder lassen sich nicht anzeigen:
-Die Bildanordnung dieser Kamerabibliothek ist nicht bekannt.</translation>
+Wie diese Kamerabibliothek die Bilder ablegt, ist nicht bekannt.</translation>
     </message>
     <message>
         <source>The camera&apos;s frames cannot be read</source>

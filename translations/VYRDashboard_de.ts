@@ -147,7 +147,7 @@
         <source>Drag the edges of the capture window,
 or use the arrow keys: sideways for its width, up and down for its height</source>
         <translation>Ziehen Sie die Ränder des Aufnahmefensters,
-oder nehmen Sie die Pfeiltasten: seitwärts für die Breite, auf und ab für die Höhe</translation>
+oder benutzen Sie die Pfeiltasten: links und rechts für die Breite, auf und ab für die Höhe</translation>
     </message>
 </context>
 <context>
