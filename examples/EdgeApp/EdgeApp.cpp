@@ -82,11 +82,15 @@ QIcon EdgeApp::icon()
 
 void EdgeApp::start()
 {
+    _frozen = false;
+    _shown = EdgePicture();
+    _mailbox.Clear();
     buildWidgets();
-    if (canReadPictures())
+    const QString obstacle = whatPreventsPictures();
+    if (obstacle.isEmpty())
         startStreaming();
     else
-        _view->setMessage(QStringLiteral("The pictures of this camera library cannot be read."));
+        _view->setMessage(obstacle);
 }
 
 void EdgeApp::stop()
@@ -144,12 +148,18 @@ void EdgeApp::removeWidgets()
     _figures = nullptr;
 }
 
+QString EdgeApp::whatPreventsPictures() const
+{
+    if (!canReadPictures())
+        return QStringLiteral("The pictures of this camera library cannot be read.");
+    const VYRResolutionInfo mode = _host->currentResolution();
+    if (!_host->cameraDevice()->IsResolutionSupported(mode.binning, mode.width, mode.height, mode.fps))
+        return QStringLiteral("The camera has no such mode. Choose one under Settings, Camera.");
+    return QString();
+}
+
 void EdgeApp::startStreaming()
 {
-    _frozen = false;
-    _shown = EdgePicture();
-    _mailbox.Clear();
-
     VYRCameraDevice* const camera = _host->cameraDevice();
     _node = std::make_unique<EdgeNode>(_mailbox, _threshold); // a new one each time: its thread starts once
     _node->SetInputNode(camera);

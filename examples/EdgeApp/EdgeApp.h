@@ -46,6 +46,8 @@ private:
     void buildWidgets();
     QWidget* buildControls();
     void removeWidgets();
+    /// For the user to read; empty when there will be pictures.
+    QString whatPreventsPictures() const;
     void startStreaming();
     void stopStreaming();
     void setThreshold(int threshold);

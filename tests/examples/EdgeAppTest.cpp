@@ -292,6 +292,22 @@ TEST_F(EdgeApp, PicturesOfAnUnknownLayoutAreNotRead)
     EXPECT_EQ(host->centralDock()->widget(), nullptr);
 }
 
+TEST_F(EdgeApp, AModeThatTheCameraDoesNotHaveIsToldInThePlaceOfTheOldPicture)
+{
+    showAnEdge();
+    QTest::keyClick(host.get(), Qt::Key_Space);
+    emitFrame(newFrame(100)); // which stays in the mailbox
+    EXPECT_TRUE(worksOff());
+    host->changeMode({336, 240, 0, 30.0F, 0.5F, 60.0F});
+    EXPECT_EQ(view()->accessibleDescription(), "The camera has no such mode. Choose one under Settings, Camera.");
+    EXPECT_FALSE(app->updatePending());
+    EXPECT_EQ(greyAt(0.25), 0);
+    EXPECT_FALSE(FakeVYR::isStreaming());
+    host->changeMode(otherMode);
+    emitFrame(newFrame(100));
+    EXPECT_TRUE(figuresStartWith("Edges on 0.6 %"));
+}
+
 TEST_F(EdgeApp, FramesWithoutAPictureAreLeftOut)
 {
     start();
