@@ -40,7 +40,8 @@ void SettingsDialog::build(const QString& title, const QWidget* centreOn)
     connect(_buttonBox, &QDialogButtonBox::rejected, this, &SettingsDialog::reject);
 
     _buttonBox->button(QDialogButtonBox::Ok)->setToolTip(tr("Puts the choices into effect and closes the dialog"));
-    _buttonBox->button(QDialogButtonBox::Cancel)->setToolTip(tr("Closes the dialog and leaves everything as it was"));
+    // Not that everything stays: what is changed in a tab of an app's own, the app may have done already.
+    _buttonBox->button(QDialogButtonBox::Cancel)->setToolTip(tr("Closes the dialog; app and capture mode stay"));
 
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetNoConstraint);

@@ -157,8 +157,8 @@ oder benutzen Sie die Pfeiltasten: links und rechts für die Breite, auf und ab 
         <translation>Übernimmt die Auswahl und schließt den Dialog</translation>
     </message>
     <message>
-        <source>Closes the dialog and leaves everything as it was</source>
-        <translation>Schließt den Dialog und lässt alles, wie es war</translation>
+        <source>Closes the dialog; app and capture mode stay</source>
+        <translation>Schließt den Dialog; App und Aufnahmemodus bleiben</translation>
     </message>
     <message>
         <source>Apps</source>
