@@ -53,8 +53,8 @@ add_custom_target(threaded_tests)
 #     [TIMEOUT s]     per case, 60 s unless said otherwise
 #     [LABELS word...])   core, camera, simulator and plugins are also run under the thread sanitizer
 #
-# Every GoogleTest case is a ctest case, run without a display. The program gets a folder of its own, so that what it looks for
-# beside its executable is what the test put there. Without QT, GoogleTest's own main() is linked.
+# Every GoogleTest case is a ctest case, run without a display. The program gets a folder of its own, so that what it
+# looks for beside its executable is what the test put there. Without QT, GoogleTest's own main() is linked.
 function(add_host_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "QT;SERIAL" "TIMEOUT" "SOURCES;LIBRARIES;LABELS")
     add_executable(${name} ${arg_SOURCES})

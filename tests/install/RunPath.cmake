@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Everything beside the program looks for its libraries beside itself and nowhere else: an empty element in the path would
-# stand for the current folder.
+# Everything beside the program looks for its libraries beside itself and nowhere else: an empty element in the path
+# would stand for the current folder.
 
 file(GLOB files "${FOLDER}/VYRDashboard" "${FOLDER}/*.so")
 list(LENGTH files count)
