@@ -18,9 +18,9 @@ constexpr qint64 patience = 60'000; // ms
 
 } // namespace
 
-PictureTour::PictureTour(const QString& folder, std::vector<TourStop> stops, QObject* parent)
+PictureTour::PictureTour(QString folder, std::vector<TourStop> stops, QObject* parent)
     : QObject(parent)
-    , _folder(folder)
+    , _folder(std::move(folder))
     , _stops(std::move(stops))
 {
 }
@@ -47,8 +47,8 @@ void PictureTour::look()
 {
     const TourStop& stop = _stops[_current];
     if (_elapsed.elapsed() > patience) {
-        std::fprintf(stderr, "Stop %zu of the tour (%s) not reached after %lld s\n", _current + 1,
-                     qPrintable(stop.picture), patience / 1000);
+        std::fprintf(stderr, "Stop %zu of the tour (%s) not reached after %d s\n", _current + 1,
+                     qPrintable(stop.picture), static_cast<int>(patience / 1000));
         std::_Exit(1); // frames may be on their way: nothing is torn down under them
     }
     const QRect subject = stop.subject();

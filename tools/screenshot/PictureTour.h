@@ -30,7 +30,7 @@ class PictureTour : public QObject
     Q_OBJECT
 
 public:
-    PictureTour(const QString& folder, std::vector<TourStop> stops, QObject* parent = nullptr);
+    PictureTour(QString folder, std::vector<TourStop> stops, QObject* parent = nullptr);
 
     /// To be called once. The last stop is expected to end the program.
     void start();
