@@ -474,17 +474,7 @@ TEST_F(StereoViewApp, EveryControlHasANameAndAToolTip)
 TEST_F(StereoViewApp, AltAndALetterReachEachControlAndNoneIsTakenTwice)
 {
     host->start();
-    QStringList titles{"&File", "&Settings", "&Help"}; // the program's menus
-    for (const QLabel* const label : host->sideDock()->findChildren<QLabel*>())
-        titles << label->text();
-    for (const QAbstractButton* const button : host->sideDock()->findChildren<QAbstractButton*>())
-        titles << button->text();
-    QStringList letters;
-    for (const QString& title : titles)
-        if (const QKeySequence letter = QKeySequence::mnemonic(title); !letter.isEmpty())
-            letters << letter.toString();
-    EXPECT_EQ(letters.size(), 3 + 3 + 4 + 1);
-    EXPECT_EQ(letters.removeDuplicates(), 0) << letters.join(' ').toStdString();
+    expectALetterOfItsOwnForEach({"&File", "&Settings", "&Help"});
 
     host->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));

@@ -7,10 +7,13 @@
 
 #include <apps/AppInterface.h>
 
+#include <QAbstractButton>
 #include <QDockWidget>
 #include <QFile>
+#include <QKeySequence>
 #include <QLabel>
 #include <QSettings>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -62,6 +65,22 @@ protected:
     Widget* control(const char* name) const
     {
         return host->sideDock()->widget()->findChild<Widget*>(QLatin1String(name));
+    }
+
+    /// That Alt and a letter reach each control of the panel, and that none is taken twice, nor by the
+    /// program's menus, whose titles are given.
+    void expectALetterOfItsOwnForEach(QStringList titles) const
+    {
+        for (const QLabel* const label : host->sideDock()->findChildren<QLabel*>())
+            titles << label->text();
+        for (const QAbstractButton* const button : host->sideDock()->findChildren<QAbstractButton*>())
+            titles << button->text();
+        QStringList letters;
+        for (const QString& title : titles)
+            if (const QKeySequence letter = QKeySequence::mnemonic(title); !letter.isEmpty())
+                letters << letter.toString();
+        EXPECT_EQ(letters.size(), 3 + 3 + 4 + 1) << "menus, sliders, boxes to tick, the button";
+        EXPECT_EQ(letters.removeDuplicates(), 0) << letters.join(' ').toStdString();
     }
 
     /// What the view says over the pictures.
