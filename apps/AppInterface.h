@@ -23,9 +23,10 @@ class QWidget;
 /// The host calls by slot: the order of the operations is fixed, and there is no virtual destructor.
 ///
 /// During start(), stop(), updatePending(), update() and handleKeyEvent() the host holds its app lock, which is not
-/// recursive. Two things would wait for it forever: to call back into anything that switches apps, and to run an event
-/// loop in there, as QDialog::exec() and QFileDialog::getOpenFileName() do, since the host's polling goes on in it.
-/// Show dialogs with QDialog::open(), or from a slot of a widget of yours, for which no lock is held.
+/// recursive: whatever switches, restarts or closes apps waits for it, and called from in there for ever. A modal
+/// dialog that runs an event loop in there, as QDialog::exec() and QFileDialog::getOpenFileName() do, keeps the user
+/// from all of these; meanwhile the app is neither polled nor offered keys, and its picture stands still. It goes on
+/// with QDialog::open(), or when the dialog is shown from a slot of a widget of yours, for which no lock is held.
 ///
 /// Ownership: the plug-in object belongs to Qt's plug-in loader.
 /// Thread: GUI thread, all of it.

@@ -19,6 +19,7 @@
 #include <QPluginLoader>
 
 #include <exception>
+#include <mutex>
 
 namespace {
 
@@ -169,13 +170,17 @@ void AppManager::stop(AppInterface& app)
     app.stop();
 }
 
+// Both of these come from the event loop. So if the lock is taken, the app itself is running a loop of its own, a
+// dialog's for one, and waiting for the lock would wait for ever.
+
 void AppManager::pollCurrentApp()
 {
-    if (AppInterface* const app = currentApp()) {
-        const QMutexLocker locker(&_appLock);
-        if (app->updatePending())
-            app->update();
-    }
+    AppInterface* const app = currentApp();
+    if (app == nullptr)
+        return;
+    const std::unique_lock<QMutex> lock(_appLock, std::try_to_lock);
+    if (lock.owns_lock() && app->updatePending())
+        app->update();
 }
 
 bool AppManager::offerEvent(QEvent* event)
@@ -183,6 +188,6 @@ bool AppManager::offerEvent(QEvent* event)
     AppInterface* const app = currentApp();
     if (event->type() != QEvent::KeyPress || app == nullptr)
         return false;
-    const QMutexLocker locker(&_appLock);
-    return app->handleKeyEvent(event);
+    const std::unique_lock<QMutex> lock(_appLock, std::try_to_lock);
+    return lock.owns_lock() && app->handleKeyEvent(event);
 }

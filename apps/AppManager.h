@@ -79,10 +79,12 @@ public:
     /// Tells the current app to stop; without one, and when it has been stopped already, nothing happens.
     void stopCurrentApp();
 
-    /// Lets the current app draw if it has anything pending.
+    /// Lets the current app draw if it has anything pending; does nothing while it is inside another call, with an
+    /// event loop of its own.
     void pollCurrentApp();
 
-    /// Offers a key press to the current app; true when it has used it up. Other events are not offered.
+    /// Offers a key press to the current app; true when it has used it up. Other events are not offered, nor is
+    /// anything to an app that is inside another call, with an event loop of its own.
     bool offerEvent(QEvent* event);
 
 protected:

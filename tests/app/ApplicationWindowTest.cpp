@@ -1049,6 +1049,31 @@ TEST_F(ApplicationWindowTest, AKeyThatTheAppDoesNotUseIsHandledAsUsual)
     EXPECT_EQ(TestApps::log(), QStringList("One.handleKeyEvent"));
 }
 
+/// An app that asks its user something before it answers to a key.
+void askWhenAKeyIsPressed(const char* app, const char* operation)
+{
+    TestApps::note(app, operation);
+    if (qstrcmp(operation, "handleKeyEvent") != 0)
+        return;
+    QMessageBox question(window.get());
+    question.addButton(QMessageBox::Cancel);
+    QTimer::singleShot(50, &question, [&question] { QTest::keyClick(&question, Qt::Key_Escape); });
+    question.exec();
+    TestApps::log().append("answered");
+}
+
+TEST_F(ApplicationWindowTest, AnAppMayShowAModalDialogInsideACall)
+{
+    openWithTwoApps();
+    window->show();
+    TestApps::setProbe(askWhenAKeyIsPressed);
+    TestApps::log().clear();
+    QTest::keyClick(window.get(), Qt::Key_F5);
+    EXPECT_EQ(TestApps::log(), QStringList({"One.handleKeyEvent", "answered"})) << "it has been polled meanwhile";
+    runEventLoop();
+    EXPECT_EQ(TestApps::log().last(), "One.updatePending") << "it is not polled any more";
+}
+
 TEST_F(ApplicationWindowTest, AKeyThatIsTypedReachesTheAppOnceUnderTheLock)
 {
     openWithTwoApps();

@@ -581,6 +581,38 @@ TEST_F(AppManagerTest, AKeyThatTheAppDoesNotUseIsNotConsumed)
     EXPECT_FALSE(manager.offerEvent(&press));
 }
 
+/// Does what an event loop would do that the app runs inside a call.
+void pollAndPressAKey(const char* app, const char* operation)
+{
+    TestApps::note(app, operation);
+    QKeyEvent press = keyPress();
+    probedManager->pollCurrentApp();
+    EXPECT_FALSE(probedManager->offerEvent(&press));
+}
+
+TEST_F(AppManagerTest, AnAppWithAnEventLoopOfItsOwnIsLeftAloneUntilItReturns)
+{
+    loadTwo();
+    manager.setCurrentApp(0);
+    TestApps::set("consumesKeys", true);
+    TestApps::setProbe(pollAndPressAKey);
+    QKeyEvent press = keyPress();
+    for (const QString& operation : QStringList{"stop", "start", "update", "handleKeyEvent"}) {
+        TestApps::set("pending", true);
+        TestApps::log().clear();
+        if (operation == "stop")
+            manager.stopCurrentApp();
+        else if (operation == "start")
+            manager.startCurrentApp();
+        else if (operation == "update")
+            manager.pollCurrentApp();
+        else
+            EXPECT_TRUE(manager.offerEvent(&press));
+        const QStringList polled = {"One.updatePending", "One.update"};
+        EXPECT_EQ(TestApps::log(), operation == "update" ? polled : QStringList("One." + operation));
+    }
+}
+
 TEST_F(AppManagerTest, WithoutACurrentAppNobodyIsCalled)
 {
     loadTwo();
