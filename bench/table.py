@@ -2,12 +2,12 @@
 # SPDX-License-Identifier: Apache-2.0
 """Prints the table of all benchmarks.
 
-usage: table.py GOALS RESULT...
-
-A RESULT is what one program printed in one round, named PROGRAM.ROUND; it is either lines of
-QUESTION<TAB>CONTENDER<TAB>VALUE or the JSON of Google Benchmark. Ratios are formed within a round.
+The folder holds what each program printed in each round, in files named PROGRAM.ROUND: either lines of
+QUESTION<TAB>CONTENDER<TAB>VALUE or the JSON of Google Benchmark. Ratios are formed within a round. With --complete, a
+goal without a figure is a failure: a benchmark that did not run must not look like one that met its goals.
 """
 
+import argparse
 import json
 import statistics
 import sys
@@ -46,10 +46,10 @@ def figures(path):
     return google_figures(text) if text.startswith("{") else plain_figures(text)
 
 
-def read_results(paths):
+def read_results(folder):
     """question -> contender -> round -> value, in the order of the first result of each program."""
     results = defaultdict(lambda: defaultdict(dict))
-    for path in sorted(paths, key=lambda p: (p.stem, int(p.suffix[1:]))):
+    for path in sorted(folder.iterdir(), key=lambda p: (p.stem, int(p.suffix[1:]))):
         for question, contender, value in figures(path):
             results[question][contender][path.suffix] = value
     return results
@@ -77,7 +77,14 @@ def spread(values):
 
 
 def ratios(ours, theirs):
-    return [ours[r] / theirs[r] for r in ours if r in theirs and theirs[r] != 0]
+    """Of the rounds in which both are figures: a difference that noise has turned negative says nothing."""
+    return [ours[r] / theirs[r] for r in ours if r in theirs and ours[r] >= 0 and theirs[r] > 0]
+
+
+def shown_ratios(values, rounds):
+    if not values:
+        return ""
+    return spread(values) + (f", {len(values)} of {rounds}" if len(values) < rounds else "")
 
 
 def reaches(goal, values):
@@ -88,9 +95,11 @@ def reaches(goal, values):
 
 def verdict(goal, ours, floor):
     """Whether the goal is met; if not, whether the floor meets it, measured in the same way."""
-    if goal is None or not ours:
+    if goal is None:
         return ""
     text = f"{goal[0]} {number(goal[1])}: "
+    if not ours:
+        return text + "UNKNOWN"
     if reaches(goal, ours):
         return text + "met"
     if floor and not reaches(goal, floor):
@@ -109,7 +118,7 @@ def rows(results, goals):
                        verdict(goals.get((question, "-")), values, list(floor.values())))
             else:
                 ratio = ratios(ours, by_round)
-                yield (question, contender, spread(values), spread(ratio) if ratio else "",
+                yield (question, contender, spread(values), shown_ratios(ratio, len(values)),
                        verdict(goals.get((question, contender)), ratio,
                                [] if contender == FLOOR else ratios(floor, by_round)))
 
@@ -125,21 +134,25 @@ def print_table(table):
 
 
 def unanswered(results, goals):
-    """The goals that no figure speaks to: a benchmark that did not run must not look like one that met its goals."""
+    """The goals that no figure of ours, or none of the peer, speaks to."""
     return [f"{question} / {peer}" for question, peer in goals
-            if (OURS if peer == "-" else peer) not in results.get(question, {})]
+            if not {OURS, OURS if peer == "-" else peer} <= results.get(question, {}).keys()]
 
 
-def main(goals_path, *result_paths):
-    results = read_results([Path(path) for path in result_paths])
-    goals = read_goals(Path(goals_path))
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--complete", action="store_true", help="fail when a goal has no figure")
+    parser.add_argument("goals", type=Path)
+    parser.add_argument("folder", type=Path)
+    arguments = parser.parse_args()
+
+    results = read_results(arguments.folder)
+    goals = read_goals(arguments.goals)
     print_table(list(rows(results, goals)))
-    missing = unanswered(results, goals)
+    missing = unanswered(results, goals) if arguments.complete else []
     if missing:
-        print("\nGoals without a figure:", *missing, sep="\n  ")
+        sys.exit("\n  ".join(["\nGoals without a figure:", *missing]))
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 3:
-        sys.exit(__doc__)
-    main(*sys.argv[1:])
+    main()

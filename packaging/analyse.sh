@@ -14,7 +14,7 @@ packages+=(clang-tidy cppcheck python3 "${benchmark_packages[@]}")
 install_missing_packages
 # For what Qt generates, which some sources include. A folder of its own, since the others do without the benchmarks.
 build="$root/build/analysis"
-build_options=(-DVYR_BUILD_BENCHMARKS=ON)
+build_options=(-DVYR_BUILD_BENCHMARKS=ON -DVYR_WARNINGS_AS_ERRORS=ON)
 build_targets all
 
 # Each of our sources once: one that several programs share is not read for each of them.

@@ -32,7 +32,6 @@ struct Lengths
 };
 
 constexpr std::int64_t pace = 1'000'000; // ns between items at 1,000 per second
-constexpr int warmUpItems = 200;
 
 const std::array<Contender, 7> contenders = {{
     {"ours", makeOurQueueLine},
@@ -136,11 +135,11 @@ public:
     bool Send(bool) override { return false; }
 };
 
-double pacerMicroseconds(const Placement& placement, int count)
+/// The processor time of a tick without anything behind it. Thread: the producer's.
+double pacerMicroseconds(int count)
 {
-    pinCallingThread(placement.producer);
     NoLine line;
-    sendPaced(line, warmUpItems, false);
+    sendPaced(line, count / 5, false);
     const Usage before = usageNow();
     sendPaced(line, count, false);
     return static_cast<double>(usageNow().processorNanoseconds - before.processorNanoseconds) / 1000.0 / count;
@@ -154,28 +153,27 @@ double percentile(const std::vector<std::int64_t>& sorted, double fraction)
     return static_cast<double>(sorted[index]) / 1000.0;
 }
 
-void reportLoss(const std::string& what, const std::string& contender, std::int64_t lost)
+/// Returns how many items were lost.
+std::int64_t measurePaced(const std::string& where, const Contender& contender, int hops, const Placement& placement,
+                          int items)
 {
-    if (lost != 0)
-        std::fprintf(stderr, "%s, %s: %lld items lost\n", what.c_str(), contender.c_str(),
-                     static_cast<long long>(lost));
-}
-
-void measurePaced(const std::string& where, const Contender& contender, int hops, const Placement& placement, int items,
-                  double pacer)
-{
+    // What a tick takes changes within seconds by more than a hop does: right before and right after, without the line.
+    pinCallingThread(placement.producer);
+    const double pacerBefore = pacerMicroseconds(items / 4);
     Sink sink(static_cast<std::size_t>(items));
     pinCallingThread(placement.workers);
-    const std::unique_ptr<Line> line = contender.make(hops, placement.workers, sink);
+    std::unique_ptr<Line> line = contender.make(hops, placement.workers, sink);
     pinCallingThread(placement.producer);
 
+    const int warmUpItems = items / 5;
     std::int64_t taken = sendPaced(*line, warmUpItems, false);
     waitForArrivals(sink, taken);
     const Usage before = usageNow();
     taken += sendPaced(*line, items, true);
     const Usage after = usageNow();
     waitForArrivals(sink, taken);
-    reportLoss(where, contender.name, warmUpItems + items - sink.Count());
+    line.reset();
+    const double pacer = (pacerBefore + pacerMicroseconds(items / 4)) / 2;
 
     const std::vector<std::int64_t> latencies = sink.SortedLatencies();
     const double processor = static_cast<double>(after.processorNanoseconds - before.processorNanoseconds) / 1000.0;
@@ -186,10 +184,14 @@ void measurePaced(const std::string& where, const Contender& contender, int hops
     printFigure(question + "latency, maximum (us)", contender.name, percentile(latencies, 1.0));
     printFigure(question + "processor time per item, pacer taken off (us)", contender.name, processor / items - pacer);
     printFigure(question + "context switches per item", contender.name, switches / items);
+    printFigure(question + "heap allocations per item", contender.name,
+                static_cast<double>(after.allocations - before.allocations) / items);
+    return warmUpItems + items - sink.Count();
 }
 
-void measureSaturated(const std::string& where, const Contender& contender, int hops, const Placement& placement,
-                      std::int64_t nanoseconds)
+/// Returns how many items were lost.
+std::int64_t measureSaturated(const std::string& where, const Contender& contender, int hops,
+                              const Placement& placement, std::int64_t nanoseconds)
 {
     Sink sink(0);
     pinCallingThread(placement.workers);
@@ -205,8 +207,7 @@ void measureSaturated(const std::string& where, const Contender& contender, int 
     const double seconds = static_cast<double>(nowNanoseconds() - started) / 1e9;
     // cppcheck-suppress duplicateExpression ; the line has counted meanwhile
     const auto arrived = static_cast<double>(sink.Count() - arrivedBefore);
-    if (!waitForArrivals(sink, taken))
-        reportLoss(where, contender.name, taken - sink.Count());
+    waitForArrivals(sink, taken);
 
     const double processor = static_cast<double>(after.processorNanoseconds - before.processorNanoseconds) / 1000.0;
     const auto allocations = static_cast<double>(after.allocations - before.allocations);
@@ -216,6 +217,13 @@ void measureSaturated(const std::string& where, const Contender& contender, int 
     printFigure(question + "context switches per item", contender.name,
                 static_cast<double>(after.switches - before.switches) / arrived);
     printFigure(question + "heap allocations per item", contender.name, allocations / arrived);
+    return taken - sink.Count();
+}
+
+bool isContender(const std::string& name)
+{
+    return std::any_of(contenders.begin(), contenders.end(),
+                       [&name](const Contender& contender) { return contender.name == name; });
 }
 
 /// All contenders, beginning with another one each time: who comes first finds the machine in another state.
@@ -230,15 +238,15 @@ std::vector<Contender> contendersInTurn()
 void measureRound(const Lengths& lengths, const std::set<std::string>& chosen)
 {
     for (const Placement& placement : placements()) {
-        const double pacer = pacerMicroseconds(placement, lengths.pacedItems);
-        printFigure("pacer, " + placement.name + ": processor time per tick (us)", "pacer", pacer);
         for (const int hops : {1, 3}) {
             const std::string where = (hops == 1 ? "1 hop, " : "3 hops, ") + placement.name;
             for (const Contender& contender : contendersInTurn()) {
                 if (!chosen.empty() && chosen.count(contender.name) == 0)
                     continue;
-                measurePaced(where, contender, hops, placement, lengths.pacedItems, pacer);
-                measureSaturated(where, contender, hops, placement, lengths.saturatedNanoseconds);
+                const std::int64_t lost =
+                    measurePaced(where, contender, hops, placement, lengths.pacedItems)
+                    + measureSaturated(where, contender, hops, placement, lengths.saturatedNanoseconds);
+                printFigure(where + ": items lost", contender.name, static_cast<double>(lost));
             }
         }
     }
@@ -251,6 +259,12 @@ int main(int argc, char** argv)
 {
     std::set<std::string> chosen(argv + 1, argv + argc);
     const bool quick = chosen.erase("--quick") != 0;
+    for (const std::string& name : chosen) {
+        if (!isContender(name)) {
+            std::fprintf(stderr, "There is no contender %s.\n", name.c_str());
+            return 2;
+        }
+    }
     measureRound(quick ? Lengths{50, 5'000'000} : Lengths{1000, 300'000'000}, chosen);
     return 0;
 }
