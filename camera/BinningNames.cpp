@@ -17,16 +17,17 @@ QMap<QString, int> codesByName()
 
 const QMap<int, QString>& binningNameByCode()
 {
-    static const QMap<int, QString> names{
+    // Never destroyed: frames may still arrive, and be spoken of, while the process exits.
+    static const auto* const names = new QMap<int, QString>{
         {0, "1x1"}, {4, "1x2"}, {8, "1x4"}, {1, "2x1"}, {5, "2x2"}, {9, "2x4"}, {2, "4x1"}, {6, "4x2"}, {10, "4x4"},
     };
-    return names;
+    return *names;
 }
 
 const QMap<QString, int>& binningCodeByName()
 {
-    static const QMap<QString, int> codes = codesByName();
-    return codes;
+    static const auto* const codes = new QMap<QString, int>(codesByName()); // never destroyed, as above
+    return *codes;
 }
 
 QString binningName(int code)

@@ -31,19 +31,19 @@ constexpr double windowLength = 1.0;      // s
 constexpr float mebibytesPerPixel = 1.0F / 524288.0F;
 
 /// The queue's length in decimal. The texts are made once, by the first frame of all, so that none of the later ones
-/// asks the heap for its text.
+/// asks the heap for its text. They are never destroyed: frames may still arrive while the process exits.
 QString lengthText(std::int32_t length)
 {
-    static const std::vector<QString> texts = [] {
+    static const auto* const texts = [] {
         constexpr int lengths = 32; // a node's queue has 31 places
-        std::vector<QString> made;
-        made.reserve(lengths);
+        auto* const made = new std::vector<QString>;
+        made->reserve(lengths);
         for (int i = 0; i < lengths; ++i)
-            made.push_back(QString::number(i));
+            made->push_back(QString::number(i));
         return made;
     }();
     const auto index = static_cast<std::size_t>(length);
-    return index < texts.size() ? texts[index] : QString::number(length);
+    return index < texts->size() ? (*texts)[index] : QString::number(length);
 }
 
 } // namespace

@@ -15,7 +15,9 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <climits>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <new>
@@ -239,6 +241,32 @@ TEST_F(CameraFaults, DevicesComeAndGoWhileTheLibraryNeverStopsCallingBack)
     }
     stop = true;
     library.join();
+}
+
+/// Ends the process, with a status of its own, while frames arrive that speak of the queue and of the mode.
+[[noreturn]] void exitWhileFramesArrive(VYRCameraDevice& device)
+{
+    std::thread([] {
+        for (std::uint32_t i = 0;; ++i)
+            FakeVYR::emitFrame(i * 5001); // every other one closes a measuring window
+    }).detach();
+    EXPECT_TRUE(waitFor([&] { return device.Size() > 0; }));
+    std::exit(41);
+}
+
+using CameraFaultsDeathTest = CameraFaults;
+
+TEST_F(CameraFaultsDeathTest, FramesWhileTheProcessExitsLeaveItsStatusAlone)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            // Runs after all that is made from here on, and is destroyed at the end, has gone.
+            std::atexit([] { std::this_thread::sleep_for(std::chrono::milliseconds(50)); });
+            static auto* const device = makeStreamingDevice().release(); // as when nobody closes the window
+            exitWhileFramesArrive(*device);
+        },
+        testing::ExitedWithCode(41), "");
 }
 
 TEST_F(CameraFaults, StoppedPoolStaysWholeWhileTheLibraryNeverStopsCallingBack)
