@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
@@ -20,9 +21,11 @@
 #include <memory>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 #include <type_traits>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -144,6 +147,41 @@ void fill(libconfig::Config& config, const AppSettings& settings)
     camera.add("Fps", Setting::TypeFloat) = settings.fps;
 }
 
+/// The folder of the settings file while the file is written, held against other programs that save theirs: several
+/// users may share the file, and the new contents of all have the same name.
+class HeldFolder
+{
+public:
+    explicit HeldFolder(const QByteArray& path)
+        : _descriptor(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        check(_descriptor >= 0, "open folder");
+    }
+
+    ~HeldFolder() { ::close(_descriptor); } // no longer held then
+
+    HeldFolder(const HeldFolder&) = delete;
+    HeldFolder& operator=(const HeldFolder&) = delete;
+
+    /// Waits until nobody else holds the folder, for a second at most: the user waits, too. Where the file system has
+    /// no locks, nobody ever does.
+    void hold() const
+    {
+        constexpr auto pause = std::chrono::milliseconds(1);
+        for (int attempt = 0; ::flock(_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; ++attempt) {
+            if (attempt == 1000)
+                throw std::runtime_error("somebody else is saving all the time");
+            std::this_thread::sleep_for(pause);
+        }
+    }
+
+    /// Makes the new name of a file survive a power cut.
+    void flush() const { check(::fsync(_descriptor) == 0, "flush folder"); }
+
+private:
+    int _descriptor;
+};
+
 /// The new contents on their way into the settings file: a file beside it that takes its place once it is
 /// complete and on the disk. It is gone afterwards, whatever happened.
 ///
@@ -212,16 +250,6 @@ void openToFoldersGroup(int descriptor, const QByteArray& folder)
         ::fchmod(descriptor, (status.st_mode & permissionBits) | S_IRGRP | S_IWGRP);
 }
 
-/// Makes the new name of a file survive a power cut.
-void flushFolder(const QByteArray& path)
-{
-    const int descriptor = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    check(descriptor >= 0, "open folder");
-    const bool flushed = ::fsync(descriptor) == 0;
-    ::close(descriptor);
-    check(flushed, "flush folder");
-}
-
 void writeFile(const AppSettings& settings)
 {
     if (!std::isfinite(settings.fps)) // which the library can write, but not read
@@ -235,6 +263,8 @@ void writeFile(const AppSettings& settings)
         path = behindLinks;
     const QByteArray target = path.toUtf8();
     const QByteArray folder = QFileInfo(path).path().toUtf8();
+    const HeldFolder heldFolder(folder);
+    heldFolder.hold();
     struct stat status = {};
     const bool replaces = !behindLinks.isEmpty() && ::stat(target.constData(), &status) == 0;
     if (replaces && (!S_ISREG(status.st_mode) || ::access(target.constData(), W_OK) != 0))
@@ -248,7 +278,7 @@ void writeFile(const AppSettings& settings)
     if (std::ftell(replacement.file()) > longestFile)
         throw std::length_error("too long");
     replacement.place();
-    flushFolder(folder);
+    heldFolder.flush();
 }
 
 } // namespace

@@ -22,7 +22,9 @@
 #include <random>
 #include <thread>
 
+#include <fcntl.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
@@ -234,12 +236,102 @@ struct Progress
     }
 }
 
+/// Memory that a child shares.
+class SharedProgress
+{
+public:
+    SharedProgress()
+        // cppcheck-suppress invalidFunctionArg ; memory without a file has no descriptor
+        : _memory(::mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))
+    {
+        if (_memory == MAP_FAILED)
+            throw std::bad_alloc();
+        new (_memory) Progress{};
+    }
+
+    ~SharedProgress() { ::munmap(_memory, sizeof(Progress)); }
+
+    SharedProgress(const SharedProgress&) = delete;
+    SharedProgress& operator=(const SharedProgress&) = delete;
+
+    Progress& get() const { return *static_cast<Progress*>(_memory); }
+
+private:
+    void* _memory;
+};
+
+/// A process that saves one generation after another, every other number, until it is killed.
+class Saver
+{
+public:
+    explicit Saver(int firstNumber)
+        : _child(::fork())
+    {
+        if (_child == 0)
+            saveEveryOther(firstNumber);
+    }
+
+    ~Saver()
+    {
+        if (_child > 0) {
+            ::kill(_child, SIGKILL);
+            ::waitpid(_child, nullptr, 0);
+        }
+    }
+
+    Saver(const Saver&) = delete;
+    Saver& operator=(const Saver&) = delete;
+
+    int saved() const { return _progress.get().done; }
+
+private:
+    [[noreturn]] void saveEveryOther(int number) const
+    {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL); // should the test itself be ended
+        for (;; number += 2) {
+            save(number);
+            _progress.get().done = number;
+        }
+    }
+
+    SharedProgress _progress;
+    pid_t _child;
+};
+
+TEST_F(SettingsSaveTest, WhoeverSavesAllTheTimeIsNotWaitedForWithoutEnd)
+{
+    save(1);
+    const int folder = ::open(settingsFolder().path().toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+    save(2);
+    EXPECT_EQ(savedGeneration(), 1);
+    ::close(folder);
+    save(3);
+    EXPECT_EQ(savedGeneration(), 3);
+    EXPECT_EQ(entries(), QStringList("DashboardSettings.cfg"));
+}
+
+TEST_F(SettingsSaveTest, OfTwoProgramsThatSaveAtOnceNeitherDisturbsTheOther)
+{
+    save(1);
+    {
+        const Saver odd(1001);
+        const Saver even(2002);
+        EXPECT_TRUE(waitFor([&] {
+            for (int reads = 0; reads < 100 && !HasFailure(); ++reads)
+                EXPECT_GT(savedGeneration(), 0) << odd.saved() << " and " << even.saved() << " were saved";
+            return HasFailure() || (odd.saved() > 3000 && even.saved() > 4000);
+        }));
+    }
+    save(1000);
+    EXPECT_EQ(savedGeneration(), 1000);
+    EXPECT_EQ(entries(), QStringList("DashboardSettings.cfg"));
+}
+
 TEST_F(SettingsSaveTest, FiveHundredKillsDuringSavesLeaveOneGenerationEach)
 {
-    // cppcheck-suppress invalidFunctionArg ; memory without a file has no descriptor
-    void* const shared = ::mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    ASSERT_NE(shared, MAP_FAILED);
-    auto& progress = *new (shared) Progress;
+    const SharedProgress shared;
+    Progress& progress = shared.get();
     std::mt19937 random(1);
     std::uniform_int_distribution<int> microseconds(0, 4000);
     int unfinished = 0;
@@ -267,7 +359,6 @@ TEST_F(SettingsSaveTest, FiveHundredKillsDuringSavesLeaveOneGenerationEach)
     save(1000);
     EXPECT_EQ(savedGeneration(), 1000);
     EXPECT_EQ(entries(), QStringList("DashboardSettings.cfg"));
-    ::munmap(shared, sizeof(Progress));
 }
 
 } // namespace
