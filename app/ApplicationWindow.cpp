@@ -23,7 +23,12 @@
 #include <QSignalMapper>
 #include <QTabWidget>
 
+#include <chrono>
+
 namespace {
+
+/// How long a window that cannot be closed just now waits before it tries again.
+constexpr std::chrono::milliseconds closeAgainAfter(20);
 
 void setIdentity()
 {
@@ -182,6 +187,12 @@ bool ApplicationWindow::event(QEvent* event)
 
 void ApplicationWindow::closeEvent(QCloseEvent* event)
 {
+    if (isAppInsideCall()) {
+        // All windows are being closed, and with them the dialog that the app is waiting for: it has to return first.
+        event->ignore();
+        QTimer::singleShot(closeAgainAfter, this, &QWidget::close);
+        return;
+    }
     _frameTimer.stop();
     stopCurrentApp();
     _camera->StopProcessing();

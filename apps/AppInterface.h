@@ -25,8 +25,9 @@ class QWidget;
 /// During start(), stop(), updatePending(), update() and handleKeyEvent() the host holds its app lock, which is not
 /// recursive: whatever switches, restarts or closes apps waits for it, and called from in there for ever. A modal
 /// dialog that runs an event loop in there, as QDialog::exec() and QFileDialog::getOpenFileName() do, keeps the user
-/// from all of these; meanwhile the app is neither polled nor offered keys, and its picture stands still. It goes on
-/// with QDialog::open(), or when the dialog is shown from a slot of a widget of yours, for which no lock is held.
+/// from all of these; meanwhile the app is neither polled nor offered keys, its picture stands still, and a window that
+/// is closed nevertheless, at a logout, waits for its return. Better show dialogs with QDialog::open(), or from a slot
+/// of a widget of yours, for which no lock is held.
 ///
 /// Ownership: the plug-in object belongs to Qt's plug-in loader.
 /// Thread: GUI thread, all of it.

@@ -61,6 +61,7 @@ bool AppManager::loadAppsFrom(const QDir& folder)
     const QStringList names = folder.entryList({QStringLiteral("*App.so")}, files);
     for (const QString& name : names) {
         QPluginLoader loader(folder.absoluteFilePath(name));
+        qCDebug(appsLog) << "Loading:" << loader.fileName(); // the last one, when its library ends the process
         try {
             load(loader);
         } catch (const std::exception& error) {
@@ -137,6 +138,11 @@ void AppManager::setCurrentApp(int index)
     start(*next);
     AppSettings::instance().currentApp = next->name();
     saveSettings();
+}
+
+bool AppManager::isAppInsideCall()
+{
+    return !std::unique_lock<QMutex>(_appLock, std::try_to_lock).owns_lock();
 }
 
 void AppManager::startCurrentApp()

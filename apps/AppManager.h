@@ -73,6 +73,9 @@ public:
     /// The app lock.
     QMutex& appLock() { return _appLock; }
 
+    /// Whether the current app is inside a call, with an event loop of its own if this is asked on the GUI thread.
+    bool isAppInsideCall();
+
     /// Tells the current app to start; without one nothing happens.
     void startCurrentApp();
 

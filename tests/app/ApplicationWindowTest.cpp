@@ -1049,6 +1049,9 @@ TEST_F(ApplicationWindowTest, AKeyThatTheAppDoesNotUseIsHandledAsUsual)
     EXPECT_EQ(TestApps::log(), QStringList("One.handleKeyEvent"));
 }
 
+/// What ends the question that an app asks.
+void (*answer)(QMessageBox& question) = nullptr;
+
 /// An app that asks its user something before it answers to a key.
 void askWhenAKeyIsPressed(const char* app, const char* operation)
 {
@@ -1057,7 +1060,7 @@ void askWhenAKeyIsPressed(const char* app, const char* operation)
         return;
     QMessageBox question(window.get());
     question.addButton(QMessageBox::Cancel);
-    QTimer::singleShot(50, &question, [&question] { QTest::keyClick(&question, Qt::Key_Escape); });
+    QTimer::singleShot(50, &question, [&question] { answer(question); });
     question.exec();
     TestApps::log().append("answered");
 }
@@ -1066,12 +1069,26 @@ TEST_F(ApplicationWindowTest, AnAppMayShowAModalDialogInsideACall)
 {
     openWithTwoApps();
     window->show();
+    answer = [](QMessageBox& question) { QTest::keyClick(&question, Qt::Key_Escape); };
     TestApps::setProbe(askWhenAKeyIsPressed);
     TestApps::log().clear();
     QTest::keyClick(window.get(), Qt::Key_F5);
     EXPECT_EQ(TestApps::log(), QStringList({"One.handleKeyEvent", "answered"})) << "it has been polled meanwhile";
     runEventLoop();
     EXPECT_EQ(TestApps::log().last(), "One.updatePending") << "it is not polled any more";
+}
+
+TEST_F(ApplicationWindowTest, ALogoutWhileAnAppShowsADialogInsideACallWaitsForItsReturn)
+{
+    openWithTwoApps();
+    window->show();
+    answer = [](QMessageBox&) { QApplication::closeAllWindows(); };
+    TestApps::setProbe(askWhenAKeyIsPressed);
+    TestApps::log().clear();
+    QTest::keyClick(window.get(), Qt::Key_F5);
+    EXPECT_EQ(TestApps::log(), QStringList({"One.handleKeyEvent", "answered"}));
+    EXPECT_TRUE(QTest::qWaitFor([] { return !window->isVisible(); }));
+    EXPECT_EQ(TestApps::log().last(), "One.stop");
 }
 
 TEST_F(ApplicationWindowTest, AKeyThatIsTypedReachesTheAppOnceUnderTheLock)

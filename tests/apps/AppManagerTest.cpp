@@ -374,7 +374,11 @@ TEST_F(AppManagerTest, TellsOfSkippedFilesOnlyWhereItIsAskedTo)
     load(false);
     QLoggingCategory::setFilterRules(QString());
     qInstallMessageHandler(before);
-    ASSERT_EQ(messages.size(), 3);
+    ASSERT_EQ(messages.size(), 6);
+    for (const QString& file : QStringList{"aApp.so", "bApp.so", "cApp.so"}) {
+        const QString loading = messages.takeAt(file[0].unicode() - 'a');
+        EXPECT_TRUE(loading.startsWith("Loading:") && loading.contains(file)) << qPrintable(loading);
+    }
     EXPECT_TRUE(messages[0].startsWith("Failed while loading:") && messages[0].contains("aApp.so")
                 && messages[0].endsWith("no app today"))
         << qPrintable(messages[0]);
