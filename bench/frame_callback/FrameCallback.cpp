@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What one frame costs the camera's thread: time and allocations of the camera node's frame callback.
+// What one frame costs the camera's thread: time and allocations of the camera node's frame callback. Nobody waits for
+// the frames here; what it takes to wake a worker is measured with the hops.
 //
 // Allocations of a frame, as counted here:
 //  - none for the text of QChanged: the texts of all lengths are made once;

@@ -10,7 +10,8 @@
 
 namespace pt {
 
-/// The wall-clock time `timeout` milliseconds after `now`.
+/// The wall-clock time `timeout` milliseconds after `now`. A clock that is set back meanwhile lengthens the wait by as
+/// much, unless somebody posts.
 ///
 /// Deliberate: the nanoseconds are not carried into the seconds. A sum that reaches a full second is a deadline
 /// that the timed wait rejects at once, and the waiter computes a new one: a wait that straddles the turn of a
