@@ -36,8 +36,7 @@ LibraryTap::LibraryTap(VYRCameraDevice& device)
         &device, &VYRCameraDevice::QChanged, &device,
         [this](const QString& length) {
             _accepted = true;
-            if (length == QLatin1String("31"))
-                ++_counts.metFull;
+            _queueIsFull = length == QLatin1String("31");
         },
         Qt::DirectConnection);
     tap = this;
@@ -102,8 +101,11 @@ void LibraryTap::passOn(const VYRFrameRecord& record)
         ++_counts.ignored;
     else if (frame == _frames.end())
         ++_counts.poolEmpty;
-    if (frame != _frames.end())
+    if (frame != _frames.end()) {
+        if (_queueIsFull)
+            ++_counts.metFull;
         std::swap(_recordOfFrame[static_cast<std::size_t>(frame - _frames.begin())], _spare);
+    }
     _emitted.store(_counts.emitted, std::memory_order_relaxed);
 }
 

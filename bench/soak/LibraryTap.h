@@ -26,7 +26,7 @@ struct FrameCounts
     std::uint64_t emitted = 0;    ///< callbacks of the library
     std::uint64_t ignored = 0;    ///< came while the node was not streaming yet, or not any more
     std::uint64_t poolEmpty = 0;  ///< got no frame of the pool
-    std::uint64_t metFull = 0;    ///< found 31 frames queued
+    std::uint64_t metFull = 0;    ///< got a frame of the pool and found 31 queued
     std::uint64_t refused = 0;    ///< slots that are neither free nor queued when the camera stops
     std::uint64_t leftQueued = 0; ///< still queued when the camera stops
 };
@@ -73,7 +73,9 @@ private:
     std::array<NumberedRecord*, frameCount> _recordOfFrame{};
     NumberedRecord* _spare = nullptr;
 
-    bool _accepted = false; ///< the node has announced the frame that is just being passed on
+    // Of the frame that is just being passed on:
+    bool _accepted = false;    ///< the node has announced it
+    bool _queueIsFull = false; ///< and that the queue takes no more
     FrameCounts _counts;
     std::atomic<std::uint64_t> _emitted{0};
 };
