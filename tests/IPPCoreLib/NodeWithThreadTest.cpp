@@ -299,19 +299,17 @@ TEST_F(NodeWithThread, TimingCountsTheItems)
 
 TEST(NodeWithThreadLife, AThreadThatComesUpAfterTheStopCallsNoHook)
 {
-    PosixCalls::threadEntryDelay = 50;
     SourceNode source;
-    std::atomic<int> hooks{0};
+    WorkerNode worker;
+    worker.SetInputNode(&source);
     {
-        WorkerNode worker;
-        worker.onInit = [&] { ++hooks; };
-        worker.onExit = [&] { ++hooks; };
-        worker.SetInputNode(&source);
+        const PosixCalls::HeldBackThreads heldBack;
         worker.StartProcessing();
         worker.StopProcessing();
+        EXPECT_EQ(heldBack.count(), 1);
     }
-    PosixCalls::threadEntryDelay = 0;
-    EXPECT_EQ(hooks, 0);
+    EXPECT_EQ(worker.inits, 0);
+    EXPECT_EQ(worker.exits, 0);
 }
 
 TEST(NodeWithThreadLife, StopOvertakingTheStartCallsNoHookOnADyingNode)

@@ -3,6 +3,10 @@
 
 #include "PosixCalls.h"
 
+#include <tests/support/WaitFor.h>
+
+#include <gtest/gtest.h>
+
 #include <cerrno>
 #include <chrono>
 #include <memory>
@@ -24,7 +28,6 @@ Counter conditionInit;
 Counter conditionSignal;
 Counter timedWait;
 std::atomic<long long> longestTimedWait{0};
-std::atomic<int> threadEntryDelay{0};
 std::atomic<std::int64_t> wallClock{0};
 std::atomic<int> mutexesHeldAtSignal{0};
 
@@ -32,17 +35,23 @@ namespace {
 
 thread_local int mutexesHeld = 0;
 
-struct DelayedEntry
+std::atomic<bool> threadsAreHeldBack{false};
+std::atomic<int> heldBackThreads{0};
+
+struct HeldBackEntry
 {
     void* (*entry)(void*);
     void* argument;
 };
 
-void* runDelayed(void* object)
+void* runWhenLetGo(void* object)
 {
-    const std::unique_ptr<DelayedEntry> delayed(static_cast<DelayedEntry*>(object));
-    std::this_thread::sleep_for(std::chrono::milliseconds(threadEntryDelay));
-    return delayed->entry(delayed->argument);
+    const std::unique_ptr<HeldBackEntry> heldBack(static_cast<HeldBackEntry*>(object));
+    while (threadsAreHeldBack)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    void* const result = heldBack->entry(heldBack->argument);
+    --heldBackThreads;
+    return result;
 }
 
 void noteDeadline(const timespec& deadline)
@@ -65,6 +74,22 @@ int countAndCall(Counter& counter, const char* name, Function, Arguments... argu
 
 } // namespace
 
+HeldBackThreads::HeldBackThreads()
+{
+    threadsAreHeldBack = true;
+}
+
+HeldBackThreads::~HeldBackThreads()
+{
+    threadsAreHeldBack = false;
+    EXPECT_TRUE(waitFor([] { return count() == 0; })) << "a thread has not returned";
+}
+
+int HeldBackThreads::count()
+{
+    return heldBackThreads;
+}
+
 } // namespace PosixCalls
 
 using namespace PosixCalls;
@@ -75,9 +100,10 @@ extern "C" {
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument)
 {
-    if (threadEntryDelay != 0) {
-        argument = new DelayedEntry{entry, argument};
-        entry = &runDelayed;
+    if (threadsAreHeldBack) {
+        ++heldBackThreads;
+        argument = new HeldBackEntry{entry, argument};
+        entry = &runWhenLetGo;
     }
     return countAndCall(threadCreate, "pthread_create", &pthread_create, thread, attributes, entry, argument);
 }

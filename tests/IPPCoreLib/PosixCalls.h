@@ -32,9 +32,6 @@ extern std::atomic<int> mutexesHeldAtSignal;
 /// The longest time ahead that a deadline of a timed wait was since it was last set to 0, in nanoseconds.
 extern std::atomic<long long> longestTimedWait;
 
-/// How long a new thread is kept from running its entry, in milliseconds.
-extern std::atomic<int> threadEntryDelay;
-
 /// What gettimeofday() tells, in microseconds since the epoch; 0 for the real time.
 extern std::atomic<std::int64_t> wallClock;
 
@@ -47,6 +44,21 @@ public:
 
     StandingClock(const StandingClock&) = delete;
     StandingClock& operator=(const StandingClock&) = delete;
+};
+
+/// Keeps threads that are created during its life from running their entry. At the end of its life they run it, and it
+/// waits until they have returned. One at a time.
+class HeldBackThreads
+{
+public:
+    HeldBackThreads();
+    ~HeldBackThreads();
+
+    HeldBackThreads(const HeldBackThreads&) = delete;
+    HeldBackThreads& operator=(const HeldBackThreads&) = delete;
+
+    /// How many have been created and have not returned.
+    static int count();
 };
 
 } // namespace PosixCalls
