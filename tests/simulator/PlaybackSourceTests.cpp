@@ -14,6 +14,9 @@
 #include <thread>
 #include <utility>
 
+#include <dlfcn.h>
+#include <pthread.h>
+
 using simulator::PlaybackSource;
 using simulator::RecordedPair;
 using simulator::StereoPicture;
@@ -21,6 +24,9 @@ using simulator::StereoPicture;
 namespace {
 
 constexpr auto limit = std::chrono::seconds(20);
+
+/// How often a thread has been waited for.
+std::atomic<int> joins{0};
 
 /// Has one good pair in so many, the first one among them, and never says that it is exhausted.
 class FailingRecording : public simulator::Recording
@@ -72,6 +78,13 @@ bool next(PlaybackSource& source)
 
 } // namespace
 
+// In front of the C library's, so that a test knows when a thread is waited for.
+extern "C" __attribute__((visibility("default"))) int pthread_join(pthread_t thread, void** result)
+{
+    ++joins;
+    return reinterpret_cast<decltype(&pthread_join)>(dlsym(RTLD_NEXT, "pthread_join"))(thread, result);
+}
+
 TEST(PlaybackSource, ARecordingThatFailsEveryTimeEndsAfterAHundredFailures)
 {
     std::atomic<int> reads = 0;
@@ -99,24 +112,29 @@ TEST(PlaybackSource, FailuresWithGoodPairsBetweenThemDoNotEndARecording)
 
 TEST(PlaybackSource, DeletingItEndsARecordingThatFailsAtOnce)
 {
-    /// Fails slowly, so that a hundred failures would take long.
-    class SlowRecording : public FailingRecording
+    /// Fails again and again, each time only when the thread that reads it is waited for.
+    class PatientRecording : public FailingRecording
     {
     public:
         using FailingRecording::FailingRecording;
 
         RecordedPair read() override
         {
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            return FailingRecording::read();
+            try {
+                return FailingRecording::read();
+            } catch (const std::runtime_error&) {
+                waitFor([] { return joins > 0; });
+                throw;
+            }
         }
     };
 
+    joins = 0;
     std::atomic<int> reads = 0;
     testing::internal::CaptureStderr();
-    auto source = std::make_unique<PlaybackSource>("film", std::make_unique<SlowRecording>(1000000, reads));
-    EXPECT_TRUE(waitFor([&] { return reads >= 3; }));
+    auto source = std::make_unique<PlaybackSource>("film", std::make_unique<PatientRecording>(1000000, reads));
+    EXPECT_TRUE(waitFor([&] { return reads == 2; }));
     source.reset();
     testing::internal::GetCapturedStderr();
-    EXPECT_LT(reads, 50);
+    EXPECT_EQ(reads, 2) << "no further one";
 }
