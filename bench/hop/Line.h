@@ -13,7 +13,7 @@
 /// What all contenders have in common, so that only the hand-over differs.
 constexpr int queueLength = 31;
 constexpr int poolSize = queueLength; ///< no more than one queue takes, so that no node in the middle is ever refused
-constexpr int longestWait = 5;        ///< ms of sleep before a consumer looks for a stop; GStreamer and oneTBB have no limit
+constexpr int longestWait = 5;        ///< ms that a consumer sleeps at most; GStreamer and oneTBB have no limit
 
 /// Where items end: the last node of a line reports each one here, at the beginning of its processing.
 /// Thread: Arrived() on the line's last thread, the rest on the producer's.
