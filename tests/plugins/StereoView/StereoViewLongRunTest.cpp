@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Stereo View with the simulated camera for a minute.
+// Stereo View with the simulated camera for a minute, or longer on a slow machine.
 
 #include "StereoViewSimulatorFixture.h"
 
@@ -30,8 +30,8 @@ TEST_F(StereoViewLongRun, TenThousandFramesAtTwoHundredASecondLoseNoPoolSlotAndN
 {
     constexpr int framesWanted = 10000;
     constexpr double framesPerSecond = 200.0;
-    constexpr int warmUp = 5000;                                                        // ms
-    constexpr int duration = static_cast<int>(framesWanted / framesPerSecond * 1000.0); // ms
+    constexpr int warmUp = 5000;          // ms
+    constexpr int longestSilence = 30000; // ms
     QLocale::setDefault(QLocale::c());
     load(mode(VYRAny, VYRAny, 5, static_cast<float>(framesPerSecond)));
 
@@ -42,7 +42,12 @@ TEST_F(StereoViewLongRun, TenThousandFramesAtTwoHundredASecondLoseNoPoolSlotAndN
     host->start();
     QTest::qWait(warmUp);
     const long before = residentBytes();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return framesCalledBack >= framesWanted; }, 2 * duration)) << framesCalledBack;
+    bool comes = true;
+    while (framesCalledBack < framesWanted && comes) { // at whatever rate this machine can
+        const int count = framesCalledBack;
+        comes = QTest::qWaitFor([&] { return framesCalledBack > count; }, longestSilence);
+    }
+    EXPECT_TRUE(comes) << "the camera has gone silent after " << framesCalledBack << " frames";
     expectLittleGrowth(before);
 
     // Only the camera, so that the panel stays to be read. The simulated camera keeps its last 64 frames whole.
