@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
 
 #include <malloc.h>
-#include <unistd.h>
 
 namespace {
 
@@ -18,12 +18,16 @@ std::size_t entriesOf(const char* folder)
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-std::size_t residentPages()
+std::size_t anonymousKilobytes()
 {
-    std::size_t all = 0;
-    std::size_t resident = 0;
-    std::ifstream("/proc/self/statm") >> all >> resident;
-    return resident;
+    // Counted page by page: what /proc/self/status and statm tell may be off by as much as is looked for.
+    std::ifstream memory("/proc/self/smaps_rollup");
+    std::string word;
+    while (memory >> word && word != "Anonymous:") {
+    }
+    std::size_t kilobytes = 0;
+    memory >> kilobytes;
+    return kilobytes;
 }
 
 } // namespace
@@ -31,6 +35,6 @@ std::size_t residentPages()
 Footprint Footprint::measure()
 {
     const struct mallinfo2 heap = mallinfo2();
-    return {residentPages() * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), heap.uordblks + heap.hblkhd,
-            entriesOf("/proc/self/fd"), entriesOf("/proc/self/task")};
+    return {anonymousKilobytes() * 1024, heap.uordblks + heap.hblkhd, entriesOf("/proc/self/fd"),
+            entriesOf("/proc/self/task")};
 }
