@@ -22,6 +22,11 @@ benchmark_packages=(libbenchmark-dev libboost-dev libgstreamer1.0-dev libtbb-dev
 # What the build is configured with besides, by scripts that need it.
 build_options=()
 
+# is_count TEXT LEAST: whether the text is a whole number that is not less.
+is_count() {
+    [[ $1 =~ ^[0-9]{1,18}$ ]] && ((10#$1 >= $2))
+}
+
 # Installs the Debian packages of the list that are missing, and says which.
 install_missing_packages() {
     if ! command -v dpkg-query >/dev/null; then
