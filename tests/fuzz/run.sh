@@ -2,15 +2,27 @@
 # SPDX-License-Identifier: Apache-2.0
 # Looks for texts that the reading of the settings file does not take: tests/fuzz/run.sh [RUNS]
 #
-# Needs clang++ and its run-time libraries (Debian: clang libclang-rt-dev). Ends with 0 when none was found in RUNS
-# attempts, ten million unless said otherwise. A text that was found is kept as build/fuzz/crash-*: with its defect
-# mended it belongs into the corpus, which the test suite replays.
+# Ends with 0 when none was found in RUNS attempts, ten million unless said otherwise. A text that was found is kept as
+# build/fuzz/crash-*: with its defect mended it belongs into the corpus, which the test suite replays.
 set -euo pipefail
 
-runs=${1:-10000000}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-cd "$here/../.."
+root=$(cd "$here/../.." && pwd)
+source "$root/packaging/prepare.sh"
+cd "$root"
 
+usage() {
+    echo "usage: $0 [RUNS]"
+    echo "1 to 2147483647 runs; unless told otherwise, 10000000."
+}
+
+case ${1:-} in -h | --help) usage; exit ;; esac
+runs=${1-10000000}
+# The fuzzer itself would take what is no number, or too great for it, for none or another, and end well.
+[ $# -le 1 ] && is_count "$runs" 1 && ((10#$runs < 2 ** 31)) || { usage >&2; exit 2; }
+
+packages+=(clang libclang-rt-dev)
+install_missing_packages
 cmake --preset fuzz
 cmake --build --preset fuzz --target LoadSettingsFuzzer
 
