@@ -349,7 +349,11 @@ TEST_F(AppManagerTest, ALibraryWhoseStaticInitializerThrowsEndsTheProcess)
 {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     install("ThrowingInitializer", "aApp.so");
+    // The process that ends leaves its own folder: inside of this one's, which is removed.
+    const QByteArray temporary = qgetenv("TMPDIR");
+    qputenv("TMPDIR", folder().path().toUtf8());
     EXPECT_DEATH(load(), "this library has no place here");
+    temporary.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporary);
 }
 
 QStringList messages;
