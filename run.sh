@@ -28,8 +28,15 @@ screenshot="$root/build/screenshot.png"
 rm -f "$screenshot"
 echo "There is no display: starting on a virtual one."
 export QT_PLUGIN_PATH="$build/tools" QT_QPA_PLATFORM=xcb
+# A folder for what xvfb-run leaves when it is ended. Not for the program, which meets the running one where it ever is.
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 # The observer gives up by itself after a minute; the limit is for a display or a program that does not even start.
-QT_QPA_GENERIC_PLUGINS="vyrscreenshot:$screenshot" timeout 120 \
-    xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" "$build/bin/VYRDashboard"
+status=0
+QT_QPA_GENERIC_PLUGINS="vyrscreenshot:$screenshot" TMPDIR="$work" timeout 120 \
+    xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" \
+    env TMPDIR="${TMPDIR:-/tmp}" "$build/bin/VYRDashboard" || status=$?
+[ $status -ne 124 ] || echo "The program did not show a picture in time." >&2
+[ $status -eq 0 ] || exit $status
 [ -f "$screenshot" ] || { echo "No screenshot was taken. Is the program running already?" >&2; exit 1; }
 echo "Screenshot: $screenshot"
