@@ -9,6 +9,7 @@
 #include <simulator/SyntheticSource.h>
 
 #include <atomic>
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <memory>
@@ -17,6 +18,8 @@
 using namespace simulator;
 
 namespace {
+
+constexpr double patience = 10.0; // s
 
 double seconds(clockid_t clock)
 {
@@ -36,8 +39,22 @@ void countFrame(const VYRFrameRecord*, void* userData)
     static_cast<std::atomic<int>*>(userData)->fetch_add(1);
 }
 
+bool drawsTheRoom(const std::atomic<int>& frames)
+{
+    const double begin = seconds(CLOCK_MONOTONIC);
+    while (frames < 10) { // the room is drawn by then
+        if (seconds(CLOCK_MONOTONIC) - begin > patience) {
+            std::fprintf(stderr, "The simulated camera has sent %d frames in %.0f seconds.\n", frames.load(), patience);
+            return false;
+        }
+        rest(10);
+    }
+    return true;
+}
+
 /// Streams the whole sensor for a while, without anybody who looks, and tells which part of a core all threads used.
-void measureStream(const std::string& question, const Controls& controls, long milliseconds)
+/// False when the camera does not come to that.
+bool measureStream(const std::string& question, const Controls& controls, long milliseconds)
 {
     const auto camera = std::make_shared<Camera>(std::make_unique<SyntheticSource>());
     VYRResolutionInfo mode = {};
@@ -46,8 +63,10 @@ void measureStream(const std::string& question, const Controls& controls, long m
     camera->setControls([&controls](Controls& changed) { changed = controls; });
     std::atomic<int> frames = 0;
     camera->start(&countFrame, &frames);
-    while (frames < 10) // the room is drawn by then
-        rest(10);
+    if (!drawsTheRoom(frames)) {
+        camera->stop();
+        return false;
+    }
     const int firstFrame = frames;
     const double begin = seconds(CLOCK_MONOTONIC);
     const double beginProcessor = seconds(CLOCK_PROCESS_CPUTIME_ID);
@@ -57,6 +76,7 @@ void measureStream(const std::string& question, const Controls& controls, long m
     printFigure(question + ": share of a core (%)", "ours", 100.0 * processor / length);
     printFigure(question + ": frames per second", "ours", (frames - firstFrame) / length);
     camera->stop();
+    return true;
 }
 
 /// What holds up the first frame of the first stream.
@@ -75,6 +95,7 @@ int main(int argc, char** argv)
 {
     const long milliseconds = argc > 1 && std::strcmp(argv[1], "--quick") == 0 ? 300 : 4000;
     measurePreparation();
-    measureStream("simulator: 752 x 480 at 60 fps", Controls(), milliseconds);
-    measureStream("simulator: 752 x 480 at 60 fps, all controls", allControls(), milliseconds);
+    const bool streams = measureStream("simulator: 752 x 480 at 60 fps", Controls(), milliseconds)
+                      && measureStream("simulator: 752 x 480 at 60 fps, all controls", allControls(), milliseconds);
+    return streams ? 0 : 1;
 }
