@@ -19,16 +19,35 @@ else
 fi
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+
+# Ends the reading, with its browser, if it goes on still; neither may work in the folder any more that is removed.
+clean_up() {
+    if [ -s "$work/walker" ] && [ ! -s "$work/status" ]; then
+        local group
+        group=$(cat "$work/walker")
+        kill -- "-$group" 2>/dev/null || true
+        for ((tenth = 0; tenth < 50; tenth++)); do
+            kill -0 -- "-$group" 2>/dev/null || break
+            sleep 0.1
+        done
+        kill -KILL -- "-$group" 2>/dev/null || true
+    fi
+    rm -rf "$work"
+}
+trap clean_up EXIT
 cp -a "$build/bin" "$work/bin"
 
 # The desktop's part: opens the address that it is given, and notes how that went.
 mkdir "$work/desktop"
 cat > "$work/desktop/xdg-open" <<END
 #!/usr/bin/env bash
-echo "The program opens \$1" > "$work/log"
-"$root/docs/walk_manual.py" "\$1" "$root/build/manual-pages" >> "$work/log" 2>&1
-echo \$? > "$work/status"
+set -m # a process group of its own for what goes on behind
+{
+    echo "The program opens \$1"
+    "$root/docs/walk_manual.py" "\$1" "$root/build/manual-pages"
+    echo \$? > "$work/status"
+} > "$work/log" 2>&1 &
+echo \$! > "$work/walker"
 END
 chmod +x "$work/desktop/xdg-open"
 
