@@ -28,7 +28,7 @@ screenshot="$root/build/screenshot.png"
 rm -f "$screenshot"
 echo "There is no display: starting on a virtual one."
 export QT_PLUGIN_PATH="$build/tools" QT_QPA_PLATFORM=xcb
-# A folder for what xvfb-run leaves when it is ended. Not for the program, which meets the running one where it ever is.
+# A folder for what xvfb-run leaves when it is ended. The program keeps the usual one, where it looks for a running one.
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 # The observer gives up by itself after a minute; the limit is for a display or a program that does not even start.

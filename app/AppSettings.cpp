@@ -152,13 +152,17 @@ void fill(libconfig::Config& config, const AppSettings& settings)
 class HeldFolder
 {
 public:
+    /// One that cannot be opened, as it may be written but not read, is neither held nor flushed.
     explicit HeldFolder(const QByteArray& path)
         : _descriptor(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
-        check(_descriptor >= 0, "open folder");
     }
 
-    ~HeldFolder() { ::close(_descriptor); } // no longer held then
+    ~HeldFolder()
+    {
+        if (_descriptor >= 0)
+            ::close(_descriptor); // no longer held then
+    }
 
     HeldFolder(const HeldFolder&) = delete;
     HeldFolder& operator=(const HeldFolder&) = delete;
@@ -167,16 +171,20 @@ public:
     /// no locks, nobody ever does.
     void hold() const
     {
-        constexpr auto pause = std::chrono::milliseconds(1);
-        for (int attempt = 0; ::flock(_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; ++attempt) {
-            if (attempt == 1000)
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+        while (::flock(_descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+            if (std::chrono::steady_clock::now() > end)
                 throw std::runtime_error("somebody else is saving all the time");
-            std::this_thread::sleep_for(pause);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     }
 
     /// Makes the new name of a file survive a power cut.
-    void flush() const { check(::fsync(_descriptor) == 0, "flush folder"); }
+    void flush() const
+    {
+        if (_descriptor >= 0)
+            check(::fsync(_descriptor) == 0, "flush folder");
+    }
 
 private:
     int _descriptor;
@@ -266,7 +274,7 @@ void writeFile(const AppSettings& settings)
     const HeldFolder heldFolder(folder);
     heldFolder.hold();
     struct stat status = {};
-    const bool replaces = !behindLinks.isEmpty() && ::stat(target.constData(), &status) == 0;
+    const bool replaces = ::stat(target.constData(), &status) == 0;
     if (replaces && (!S_ISREG(status.st_mode) || ::access(target.constData(), W_OK) != 0))
         throw libconfig::FileIOException();
     Replacement replacement(target);

@@ -69,12 +69,12 @@ void loadSettings();
 /// The file keeps its permissions. A new one has those that the user's mask leaves, and in a setgid folder that its
 /// group may write, which several users share, it is readable and writable for that group whatever the mask.
 ///
-/// Of several programs that save at the same moment, each waits for the one before, for a second at most.
+/// Of several programs that save at the same moment, each waits until no other does, for a second at most.
 ///
-/// Nothing is reported when it cannot be written, be it because the folder is missing (it is never created), is
-/// not writable, is full or is kept busy by others: the old file and the record stay as they are, and no other file is left behind. So
-/// they do when the file could not be read back: with a frame rate that is not finite, or with an app's name that
-/// makes it longer than 64 KiB.
+/// Nothing is reported when it cannot be written, be it because the folder is missing (it is never created), is not
+/// writable, is full or is kept busy by others: the old file and the record stay as they are, and no other file is left
+/// behind. So they do when the file could not be read back: with a frame rate that is not finite, or with an app's name
+/// that makes it longer than 64 KiB.
 ///
 /// Thread: GUI thread.
 void saveSettings();

@@ -188,9 +188,13 @@ bool ApplicationWindow::event(QEvent* event)
 void ApplicationWindow::closeEvent(QCloseEvent* event)
 {
     if (isAppInsideCall()) {
-        // All windows are being closed, and with them the dialog that the app is waiting for: it has to return first.
+        // All windows are being closed, and with them the dialog that the app is waiting for: it has to return first,
+        // or stopping it here would never end.
         event->ignore();
-        QTimer::singleShot(closeAgainAfter, this, &QWidget::close);
+        QTimer::singleShot(closeAgainAfter, this, [this] {
+            if (isVisible())
+                close();
+        });
         return;
     }
     _frameTimer.stop();

@@ -12,14 +12,17 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/packaging/prepare.sh"
 build="$root/build/bench"
 
-usage="usage: $0 [ROUNDS | --quick] [PROGRAM...]"
+usage() {
+    echo "usage: $0 [ROUNDS | --quick] [PROGRAM...]"
+}
+
 rounds=${1:-5}
 shift $(($# > 0))
 programs=("$@")
 own_options=() google_options=(--benchmark_format=json)
 case $rounds in
     -h | --help)
-        echo "$usage"
+        usage
         exit
         ;;
     --quick)
@@ -28,11 +31,10 @@ case $rounds in
         own_options+=(--quick)
         google_options+=(--benchmark_min_time=0.001)
         ;;
-    *[!0-9]* | 0*)
-        echo "$usage" >&2
-        exit 2
+    *)
+        is_count "$rounds" 1 || { usage >&2; exit 2; }
+        results="$build/results"
         ;;
-    *) results="$build/results" ;;
 esac
 
 packages+=("${benchmark_packages[@]}" python3)
@@ -60,7 +62,7 @@ done
 rm -rf "$results"
 mkdir -p "$results"
 outcome=0
-for ((round = 1; round <= rounds; ++round)); do
+for ((round = 1; round <= 10#$rounds; ++round)); do
     for name in "${programs[@]}"; do
         echo "Round $round of $rounds: $name" >&2
         if [ "${kinds[$name]}" = google ]; then options=("${google_options[@]}"); else options=("${own_options[@]}"); fi

@@ -4,7 +4,8 @@
 
 The folder holds what each program printed in each round, in files named PROGRAM.ROUND: either lines of
 QUESTION<TAB>CONTENDER<TAB>VALUE or the JSON of Google Benchmark. Ratios are formed within a round. With --complete, a
-goal without a figure is a failure: a benchmark that did not run must not look like one that met its goals.
+goal of which one side has no figure at all is a failure: a benchmark that did not run must not look like one that met
+its goals.
 """
 
 import argparse
@@ -102,7 +103,7 @@ def verdict(goal, ours, floor):
         return text + "UNKNOWN"
     if reaches(goal, ours):
         return text + "met"
-    if floor and not reaches(goal, floor):
+    if goal[1] > 0 and floor and not reaches(goal, floor):
         return text + f"MISSED, by the {FLOOR} as well: {spread(floor)}"
     return text + "MISSED"
 

@@ -17,7 +17,7 @@ QMap<QString, int> codesByName()
 
 const QMap<int, QString>& binningNameByCode()
 {
-    // Never destroyed: frames may still arrive, and be spoken of, while the process exits.
+    // Never destroyed: frames may still arrive, and their mode be named, while the process exits.
     static const auto* const names = new QMap<int, QString>{
         {0, "1x1"}, {4, "1x2"}, {8, "1x4"}, {1, "2x1"}, {5, "2x2"}, {9, "2x4"}, {2, "4x1"}, {6, "4x2"}, {10, "4x4"},
     };

@@ -186,7 +186,7 @@ std::int64_t measurePaced(const std::string& where, const Contender& contender, 
     printFigure(question + "context switches per item", contender.name, switches / items);
     printFigure(question + "heap allocations per item", contender.name,
                 static_cast<double>(after.allocations - before.allocations) / items);
-    return warmUpItems + items - sink.Count();
+    return taken - sink.Count();
 }
 
 /// Returns how many items were lost.

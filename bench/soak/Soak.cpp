@@ -160,8 +160,8 @@ private:
             return static_cast<double>(to) > static_cast<double>(from) * (1.0 + allowedGrowth);
         };
         if (memoryIsJudged) {
-            _problems.expect(before.residentBytes > 0, "resident memory is not told", _options.starts);
-            _problems.expect(!hasGrown(before.residentBytes + fewPages, after.residentBytes),
+            _problems.expect(before.anonymousBytes > 0, "resident memory could not be read", _options.starts);
+            _problems.expect(!hasGrown(before.anonymousBytes + fewPages, after.anonymousBytes),
                              "resident memory has grown", _options.starts);
             _problems.expect(!hasGrown(before.heapBytes, after.heapBytes), "the heap has grown", _options.starts);
         }
@@ -188,7 +188,7 @@ private:
         count("  ignored", counts.ignored, "while the camera was starting or stopping");
         count("out of order", _delivered.outOfOrder, "");
         count("starts and stops", _options.starts, "");
-        size("resident memory", before.residentBytes, after.residentBytes);
+        size("resident memory", before.anonymousBytes, after.anonymousBytes);
         size("heap in use", before.heapBytes, after.heapBytes);
         std::printf("%-18s %12zu  after warm-up, %zu at the end\n", "descriptors", before.descriptors,
                     after.descriptors);

@@ -1078,7 +1078,7 @@ TEST_F(ApplicationWindowTest, AnAppMayShowAModalDialogInsideACall)
     EXPECT_EQ(TestApps::log().last(), "One.updatePending") << "it is not polled any more";
 }
 
-TEST_F(ApplicationWindowTest, ALogoutWhileAnAppShowsADialogInsideACallWaitsForItsReturn)
+TEST_F(ApplicationWindowTest, ClosingAllWindowsWhileAnAppShowsADialogInsideACallWaitsForItsReturn)
 {
     openWithTwoApps();
     window->show();

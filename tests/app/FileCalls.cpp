@@ -14,12 +14,15 @@ namespace FileCalls {
 
 std::vector<Call> calls;
 int failing = -1;
+std::function<void(const std::string& name)> before;
 
 namespace {
 
 /// Notes a call; false when it is to fail.
 bool note(const char* name, const struct stat& status)
 {
+    if (before)
+        before(name);
     calls.push_back({name, status.st_ino, status.st_size, S_ISDIR(status.st_mode)});
     if (static_cast<int>(calls.size()) - 1 != failing)
         return true;

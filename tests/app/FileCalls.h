@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,5 +26,8 @@ extern std::vector<Call> calls;
 
 /// The number of the call that fails with EIO, counting from 0 at the last clearing; -1 for none.
 extern int failing;
+
+/// If set, called with the name of each call before that does anything.
+extern std::function<void(const std::string& name)> before;
 
 } // namespace FileCalls

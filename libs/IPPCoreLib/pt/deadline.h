@@ -10,8 +10,7 @@
 
 namespace pt {
 
-/// The wall-clock time `timeout` milliseconds after `now`. A clock that is set back meanwhile lengthens the wait by as
-/// much, unless somebody posts.
+/// The wall-clock time `timeout` milliseconds after `now`.
 ///
 /// Deliberate: the nanoseconds are not carried into the seconds. A sum that reaches a full second is a deadline
 /// that the timed wait rejects at once, and the waiter computes a new one: a wait that straddles the turn of a
@@ -25,7 +24,8 @@ inline timespec deadline_after(const timeval& now, int timeout)
 }
 
 /// One timed wait on `condition` with `mutex` held, by a deadline `timeout` milliseconds from now. Returns the
-/// result of the wait: 0 when woken (also for no reason), ETIMEDOUT, or EINVAL for a rejected deadline.
+/// result of the wait: 0 when woken (also for no reason), ETIMEDOUT, or EINVAL for a rejected deadline. A wall clock
+/// that is set back meanwhile lengthens the wait by as much.
 int wait_once(pthread_cond_t* condition, pthread_mutex_t* mutex, int timeout);
 
 } // namespace pt
