@@ -23,12 +23,7 @@
 #include <QSignalMapper>
 #include <QTabWidget>
 
-#include <chrono>
-
 namespace {
-
-/// How long a window that cannot be closed just now waits before it tries again.
-constexpr std::chrono::milliseconds closeAgainAfter(20);
 
 void setIdentity()
 {
@@ -187,19 +182,13 @@ bool ApplicationWindow::event(QEvent* event)
 
 void ApplicationWindow::closeEvent(QCloseEvent* event)
 {
-    if (isAppInsideCall()) {
-        // All windows are being closed, and with them the dialog that the app is waiting for: it has to return first,
-        // or stopping it here would never end.
-        event->ignore();
-        QTimer::singleShot(closeAgainAfter, this, [this] {
-            if (isVisible())
-                close();
-        });
-        return;
-    }
     _frameTimer.stop();
-    stopCurrentApp();
-    _camera->StopProcessing();
+    // When all windows are closed, as at a logout, an app may be inside a call, waiting for a dialog that is closed as
+    // well. It cannot be stopped before it has returned: the destruction of the window stops it, and then the camera.
+    if (!isAppInsideCall()) {
+        stopCurrentApp();
+        _camera->StopProcessing();
+    }
     saveSettings();
     event->accept();
 }

@@ -25,9 +25,8 @@ class QWidget;
 /// During start(), stop(), updatePending(), update() and handleKeyEvent() the host holds its app lock, which is not
 /// recursive: whatever switches or restarts apps waits for it, and called from in there for ever. A modal dialog that
 /// runs an event loop in there, as QDialog::exec() and QFileDialog::getOpenFileName() do, keeps the user from that;
-/// meanwhile the app is neither polled nor offered keys, its picture stands still, and the window closes only after its
-/// return: a logout may have to be repeated. Better show dialogs with QDialog::open(), or from a slot of a widget of
-/// yours, for which no lock is held.
+/// meanwhile the app is neither polled nor offered keys, and its picture stands still. Better show dialogs with
+/// QDialog::open(), or from a slot of a widget of yours, for which no lock is held.
 ///
 /// Ownership: the plug-in object belongs to Qt's plug-in loader.
 /// Thread: GUI thread, all of it.
