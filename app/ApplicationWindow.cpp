@@ -195,6 +195,8 @@ void ApplicationWindow::closeEvent(QCloseEvent* event)
 
 void ApplicationWindow::openSettingsDialog(int tab)
 {
+    if (isAppInsideCall())
+        return; // it runs an event loop of its own, and whatever is changed would wait for its return for ever
     SettingsDialog dialog(this);
     dialog.setAppInfoList(appInfos());
     dialog.setCurrentAppIndex(currentAppIndex());

@@ -1078,6 +1078,25 @@ TEST_F(ApplicationWindowTest, AnAppMayShowAModalDialogInsideACall)
     EXPECT_EQ(TestApps::log().last(), "One.updatePending") << "it is not polled any more";
 }
 
+TEST_F(ApplicationWindowTest, TheSettingsStayClosedWhileTheAppIsInsideACall)
+{
+    openWithTwoApps();
+    window->show();
+    answer = [](QMessageBox& question) {
+        QTimer::singleShot(0, window.get(), [] {
+            if (auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget())) {
+                ADD_FAILURE() << "the settings can be changed";
+                dialog->reject();
+            }
+        });
+        trigger("&Settings", "Apps");
+        question.reject();
+    };
+    TestApps::setProbe(askWhenAKeyIsPressed);
+    QTest::keyClick(window.get(), Qt::Key_F5);
+    EXPECT_EQ(TestApps::log().last(), "answered");
+}
+
 TEST_F(ApplicationWindowTest, AnAppThatIsInsideACallWhileAllWindowsAreClosedIsStoppedAfterItsReturn)
 {
     openWithTwoApps();
