@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <iterator>
+#include <map>
 #include <random>
 #include <set>
 #include <thread>
@@ -27,6 +29,8 @@ struct Placement
 
 struct Lengths
 {
+    int turns;
+    int warmUpItems; ///< before the paced ones of each turn; enough that a queue's blocks have all come into use
     int pacedItems;
     std::int64_t saturatedNanoseconds;
 };
@@ -50,6 +54,18 @@ struct Usage
     std::int64_t switches;
     std::int64_t allocations;
 };
+
+Usage operator+(const Usage& one, const Usage& other)
+{
+    return {one.processorNanoseconds + other.processorNanoseconds, one.switches + other.switches,
+            one.allocations + other.allocations};
+}
+
+Usage operator-(const Usage& later, const Usage& earlier)
+{
+    return {later.processorNanoseconds - earlier.processorNanoseconds, later.switches - earlier.switches,
+            later.allocations - earlier.allocations};
+}
 
 Usage usageNow()
 {
@@ -153,71 +169,99 @@ double percentile(const std::vector<std::int64_t>& sorted, double fraction)
     return static_cast<double>(sorted[index]) / 1000.0;
 }
 
-/// Returns how many items were lost.
-std::int64_t measurePaced(const std::string& where, const Contender& contender, int hops, const Placement& placement,
-                          int items)
+/// What a contender has shown so far, over all its turns.
+struct PacedResult
 {
+    std::vector<std::int64_t> latencies;
+    std::int64_t items = 0;
+    std::int64_t lost = 0;
+    double processorMicroseconds = 0; ///< with the pacer taken off
+    std::int64_t switches = 0;
+    std::int64_t allocations = 0;
+};
+
+struct SaturatedResult
+{
+    std::int64_t items = 0;
+    std::int64_t lost = 0;
+    std::int64_t nanoseconds = 0;
+    Usage used{};
+};
+
+void addPacedTurn(PacedResult& result, const Contender& contender, int hops, const Placement& placement,
+                  const Lengths& lengths)
+{
+    const int items = lengths.pacedItems;
     // What a tick takes changes within seconds by more than a hop does: right before and right after, without the line.
     pinCallingThread(placement.producer);
-    const double pacerBefore = pacerMicroseconds(items / 4);
+    const double pacerBefore = pacerMicroseconds(items / 3);
     Sink sink(static_cast<std::size_t>(items));
     pinCallingThread(placement.workers);
     std::unique_ptr<Line> line = contender.make(hops, placement.workers, sink);
     pinCallingThread(placement.producer);
 
-    const int warmUpItems = items / 5;
-    std::int64_t taken = sendPaced(*line, warmUpItems, false);
+    std::int64_t taken = sendPaced(*line, lengths.warmUpItems, false);
     waitForArrivals(sink, taken);
     const Usage before = usageNow();
     taken += sendPaced(*line, items, true);
-    const Usage after = usageNow();
+    const Usage used = usageNow() - before;
     waitForArrivals(sink, taken);
     line.reset();
-    const double pacer = (pacerBefore + pacerMicroseconds(items / 4)) / 2;
+    const double pacer = (pacerBefore + pacerMicroseconds(items / 3)) / 2;
 
-    const std::vector<std::int64_t> latencies = sink.SortedLatencies();
-    const double processor = static_cast<double>(after.processorNanoseconds - before.processorNanoseconds) / 1000.0;
-    const auto switches = static_cast<double>(after.switches - before.switches);
-    const std::string question = where + " at 1,000/s: ";
-    printFigure(question + "latency, median (us)", contender.name, percentile(latencies, 0.5));
-    printFigure(question + "latency, 99 % (us)", contender.name, percentile(latencies, 0.99));
-    printFigure(question + "latency, maximum (us)", contender.name, percentile(latencies, 1.0));
-    printFigure(question + "processor time per item, pacer taken off (us)", contender.name, processor / items - pacer);
-    printFigure(question + "context switches per item", contender.name, switches / items);
-    printFigure(question + "heap allocations per item", contender.name,
-                static_cast<double>(after.allocations - before.allocations) / items);
-    return taken - sink.Count();
+    const std::vector<std::int64_t> latencies = sink.Latencies();
+    result.latencies.insert(result.latencies.end(), latencies.begin(), latencies.end());
+    result.items += items;
+    result.lost += taken - sink.Count();
+    result.processorMicroseconds += static_cast<double>(used.processorNanoseconds) / 1000.0 - pacer * items;
+    result.switches += used.switches;
+    result.allocations += used.allocations;
 }
 
-/// Returns how many items were lost.
-std::int64_t measureSaturated(const std::string& where, const Contender& contender, int hops,
-                              const Placement& placement, std::int64_t nanoseconds)
+void addSaturatedTurn(SaturatedResult& result, const Contender& contender, int hops, const Placement& placement,
+                      const Lengths& lengths)
 {
     Sink sink(0);
     pinCallingThread(placement.workers);
     const std::unique_ptr<Line> line = contender.make(hops, placement.workers, sink);
     pinCallingThread(placement.producer);
 
-    std::int64_t taken = sendSaturated(*line, nanoseconds / 4);
+    std::int64_t taken = sendSaturated(*line, lengths.saturatedNanoseconds / 4); // the warm-up
     const std::int64_t arrivedBefore = sink.Count();
     const std::int64_t started = nowNanoseconds();
     const Usage before = usageNow();
-    taken += sendSaturated(*line, nanoseconds);
-    const Usage after = usageNow();
-    const double seconds = static_cast<double>(nowNanoseconds() - started) / 1e9;
-    // cppcheck-suppress duplicateExpression ; the line has counted meanwhile
-    const auto arrived = static_cast<double>(sink.Count() - arrivedBefore);
+    taken += sendSaturated(*line, lengths.saturatedNanoseconds);
+    const Usage used = usageNow() - before;
+    result.nanoseconds += nowNanoseconds() - started;
+    result.items += sink.Count() - arrivedBefore;
     waitForArrivals(sink, taken);
+    result.lost += taken - sink.Count();
+    result.used = result.used + used;
+}
 
-    const double processor = static_cast<double>(after.processorNanoseconds - before.processorNanoseconds) / 1000.0;
-    const auto allocations = static_cast<double>(after.allocations - before.allocations);
-    const std::string question = where + " at saturation: ";
-    printFigure(question + "items per second (thousands)", contender.name, arrived / seconds / 1000.0);
-    printFigure(question + "processor time per item (us)", contender.name, processor / arrived);
-    printFigure(question + "context switches per item", contender.name,
-                static_cast<double>(after.switches - before.switches) / arrived);
-    printFigure(question + "heap allocations per item", contender.name, allocations / arrived);
-    return taken - sink.Count();
+void printPaced(const std::string& question, const std::string& contender, PacedResult result)
+{
+    std::sort(result.latencies.begin(), result.latencies.end());
+    const auto items = static_cast<double>(result.items);
+    printFigure(question + "latency, median (us)", contender, percentile(result.latencies, 0.5));
+    printFigure(question + "latency, 99 % (us)", contender, percentile(result.latencies, 0.99));
+    printFigure(question + "latency, maximum (us)", contender, percentile(result.latencies, 1.0));
+    printFigure(question + "processor time per item, pacer taken off (us)", contender,
+                result.processorMicroseconds / items);
+    printFigure(question + "context switches per item", contender, static_cast<double>(result.switches) / items);
+    printFigure(question + "heap allocations per item", contender, static_cast<double>(result.allocations) / items);
+}
+
+void printSaturated(const std::string& question, const std::string& contender, const SaturatedResult& result)
+{
+    const auto items = static_cast<double>(result.items);
+    printFigure(question + "items per second (thousands)", contender,
+                items * 1e6 / static_cast<double>(result.nanoseconds));
+    printFigure(question + "processor time per item (us)", contender,
+                static_cast<double>(result.used.processorNanoseconds) / 1000.0 / items);
+    printFigure(question + "context switches per item", contender, static_cast<double>(result.used.switches) / items);
+    printFigure(question + "heap allocations per item", contender,
+                static_cast<double>(result.used.allocations) / items);
 }
 
 bool isContender(const std::string& name)
@@ -226,27 +270,35 @@ bool isContender(const std::string& name)
                        [&name](const Contender& contender) { return contender.name == name; });
 }
 
-/// All contenders, beginning with another one each time: who comes first finds the machine in another state.
-std::vector<Contender> contendersInTurn()
+/// Those that are `chosen`, or all when none is, in another order each time: who comes after whom matters.
+std::vector<Contender> contendersInTurn(const std::set<std::string>& chosen, std::mt19937& random)
 {
-    std::vector<Contender> turn(contenders.begin(), contenders.end());
-    const auto first = static_cast<std::ptrdiff_t>(std::random_device()() % turn.size());
-    std::rotate(turn.begin(), turn.begin() + first, turn.end());
+    std::vector<Contender> turn;
+    std::copy_if(contenders.begin(), contenders.end(), std::back_inserter(turn),
+                 [&chosen](const Contender& contender) { return chosen.empty() || chosen.count(contender.name) != 0; });
+    std::shuffle(turn.begin(), turn.end(), random);
     return turn;
 }
 
+/// All contenders take several short turns: the machine changes within seconds by more than they differ.
 void measureRound(const Lengths& lengths, const std::set<std::string>& chosen)
 {
+    std::mt19937 random{std::random_device()()};
     for (const Placement& placement : placements()) {
         for (const int hops : {1, 3}) {
+            std::map<std::string, PacedResult> paced;
+            std::map<std::string, SaturatedResult> saturated;
+            for (int turn = 0; turn < lengths.turns; ++turn) {
+                for (const Contender& contender : contendersInTurn(chosen, random)) {
+                    addPacedTurn(paced[contender.name], contender, hops, placement, lengths);
+                    addSaturatedTurn(saturated[contender.name], contender, hops, placement, lengths);
+                }
+            }
             const std::string where = (hops == 1 ? "1 hop, " : "3 hops, ") + placement.name;
-            for (const Contender& contender : contendersInTurn()) {
-                if (!chosen.empty() && chosen.count(contender.name) == 0)
-                    continue;
-                const std::int64_t lost =
-                    measurePaced(where, contender, hops, placement, lengths.pacedItems)
-                    + measureSaturated(where, contender, hops, placement, lengths.saturatedNanoseconds);
-                printFigure(where + ": items lost", contender.name, static_cast<double>(lost));
+            for (const auto& [name, result] : paced) {
+                printPaced(where + " at 1,000/s: ", name, result);
+                printSaturated(where + " at saturation: ", name, saturated[name]);
+                printFigure(where + ": items lost", name, static_cast<double>(result.lost + saturated[name].lost));
             }
         }
     }
@@ -265,6 +317,6 @@ int main(int argc, char** argv)
             return 2;
         }
     }
-    measureRound(quick ? Lengths{50, 5'000'000} : Lengths{1000, 300'000'000}, chosen);
+    measureRound(quick ? Lengths{1, 10, 50, 5'000'000} : Lengths{4, 100, 300, 75'000'000}, chosen);
     return 0;
 }

@@ -3,7 +3,6 @@
 
 #include "Line.h"
 
-#include <algorithm>
 #include <ctime>
 
 #include <sched.h>
@@ -21,11 +20,9 @@ void Sink::Arrived(std::int64_t sent)
     _count.store(_count.load(std::memory_order_relaxed) + 1, std::memory_order_release);
 }
 
-std::vector<std::int64_t> Sink::SortedLatencies() const
+std::vector<std::int64_t> Sink::Latencies() const
 {
-    std::vector<std::int64_t> sorted(_latencies.begin(), _latencies.begin() + static_cast<std::ptrdiff_t>(_measured));
-    std::sort(sorted.begin(), sorted.end());
-    return sorted;
+    return {_latencies.begin(), _latencies.begin() + static_cast<std::ptrdiff_t>(_measured)};
 }
 
 void pinCallingThread(const Processors& processors)

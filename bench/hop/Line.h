@@ -28,8 +28,8 @@ public:
 
     std::int64_t Count() const { return _count.load(std::memory_order_acquire); }
 
-    /// The latencies so far in ns, ascending. To be called when no item is on its way.
-    std::vector<std::int64_t> SortedLatencies() const;
+    /// The latencies so far in ns, in order of arrival. To be called when no item is on its way.
+    std::vector<std::int64_t> Latencies() const;
 
 private:
     std::vector<std::int64_t> _latencies;
