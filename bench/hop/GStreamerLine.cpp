@@ -5,7 +5,9 @@
 
 #include <gst/gst.h>
 
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -66,6 +68,9 @@ public:
         gst_object_unref(_bus);
         gst_object_unref(_source);
         gst_object_unref(_last);
+        // Threads without work wait half a second for more and put themselves away then, which allocates: not in the
+        // next contender's turn.
+        std::this_thread::sleep_for(std::chrono::milliseconds(600));
     }
 
     bool Send(bool stamped) override
