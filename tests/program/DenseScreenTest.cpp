@@ -41,8 +41,6 @@ protected:
         environment.insert("QT_QPA_PLATFORM", "xcb");
         environment.insert("QT_PLUGIN_PATH", SCREENSHOT_PLUGINS);
         environment.insert("QT_QPA_GENERIC_PLUGINS", "vyrscreenshot:" + picture);
-        // The leaks of Qt's platform would change the exit status under the sanitizer.
-        environment.insert("ASAN_OPTIONS", "detect_leaks=0");
         for (const char* wish : {"VYR_SOURCE", "QT_SCALE_FACTOR", "QT_ENABLE_HIGHDPI_SCALING", "QT_FONT_DPI"})
             environment.remove(wish);
         if (!configured.isEmpty())

@@ -2,6 +2,8 @@
 // The real program in the hands of a user: mode and app changed in one dialog, what is left of it later, and apps that
 // do not get on.
 
+#include <tests/support/OffscreenLeaks.h>
+
 #include <gtest/gtest.h>
 #include <libconfig.h++>
 
@@ -61,8 +63,7 @@ protected:
         environment.insert("VYR_TEST_LOG", logFile);
         environment.insert("VYR_TEST_TROUBLE", trouble);
         environment.remove("VYR_SOURCE");
-        // The leaks of Qt's offscreen platform would change the exit status under the sanitizer.
-        environment.insert("ASAN_OPTIONS", "detect_leaks=0");
+        overlookOffscreenLeaks(environment, folder());
         QProcess program;
         program.setProcessEnvironment(environment);
         program.setProcessChannelMode(QProcess::ForwardedChannels);

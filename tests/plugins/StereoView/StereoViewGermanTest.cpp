@@ -3,7 +3,7 @@
 
 #include "StereoViewFixture.h"
 
-#include <tests/support/OffscreenLeaks.h>
+#include <tests/support/OverlookOffscreenLeaks.h>
 
 #include <FakeVYR.h>
 
