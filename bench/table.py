@@ -17,8 +17,8 @@ from pathlib import Path
 
 OURS = "ours"
 
-# What tells whether a missed goal is within reach on the machine, measured in the same way: the least that any two
-# threads need which sleep when there is nothing to do, and the plainest queue of the parts that ours is made of.
+# What tells whether a missed ratio is within reach on the machine, measured in the same way: the least that any two
+# threads need which sleep when there is nothing to do, and the plainest queue of the kinds of parts that ours has.
 YARDSTICKS = ("futex ring", "textbook")
 
 # What Google Benchmark says of a benchmark beside its counters.
@@ -95,8 +95,8 @@ def reaches(goal, values):
     return median <= bound if relation == "<=" else median >= bound
 
 
-def verdict(goal, ours, yardsticks):
-    """Whether the goal is met; if not, whether the yardsticks, by name, meet it."""
+def verdict(goal, ours, yardsticks, rounds):
+    """Whether the goal is met; if not, whether the yardsticks, by name, meet it. What must be 0 is up to us alone."""
     if goal is None:
         return ""
     text = f"{goal[0]} {number(goal[1])}: "
@@ -104,9 +104,9 @@ def verdict(goal, ours, yardsticks):
         return text + "UNKNOWN"
     if reaches(goal, ours):
         return text + "met"
-    others = [f"{name} {'met' if reaches(goal, values) else 'MISSED'}, {spread(values)}"
-              for name, values in yardsticks.items() if values and goal[1] > 0]
-    return text + "MISSED" + (f" ({'; '.join(others)})" if others else "")
+    others = [f"{name} {'met' if reaches(goal, values) else 'MISSED'}, {shown_ratios(values, rounds)}"
+              for name, values in yardsticks.items() if values]
+    return text + "MISSED" + (f" ({'; '.join(others)})" if others and goal[1] != 0 else "")
 
 
 def rows(results, goals):
@@ -117,12 +117,12 @@ def rows(results, goals):
             values = list(by_round.values())
             if contender == OURS:
                 others = {name: list(by.values()) for name, by in yardsticks.items()}
-                yield (question, contender, spread(values), "", verdict(goals.get((question, "-")), values, others))
+                yield (question, contender, spread(values), "", verdict(goals.get((question, "-")), values, others, len(values)))
             else:
                 ratio = ratios(ours, by_round)
                 others = {name: ratios(by, by_round) for name, by in yardsticks.items() if name != contender}
                 yield (question, contender, spread(values), shown_ratios(ratio, len(values)),
-                       verdict(goals.get((question, contender)), ratio, others))
+                       verdict(goals.get((question, contender)), ratio, others, len(values)))
 
 
 def print_table(table):

@@ -5,9 +5,7 @@
 
 #include <gst/gst.h>
 
-#include <chrono>
 #include <stdexcept>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -68,9 +66,6 @@ public:
         gst_object_unref(_bus);
         gst_object_unref(_source);
         gst_object_unref(_last);
-        // Threads without work wait half a second for more and put themselves away then, which allocates: not in the
-        // next contender's turn.
-        std::this_thread::sleep_for(std::chrono::milliseconds(600));
     }
 
     bool Send(bool stamped) override
@@ -144,7 +139,11 @@ private:
 
 std::unique_ptr<Line> makeGStreamerLine(int hops, const Processors& workers, Sink& sink)
 {
-    if (!gst_is_initialized())
+    if (!gst_is_initialized()) {
         gst_init(nullptr, nullptr);
+        // Otherwise those without work end one by one, and allocate at it, in the next contender's turn.
+        g_thread_pool_set_max_unused_threads(-1);
+        g_thread_pool_set_max_idle_time(0);
+    }
     return std::make_unique<GStreamerLine>(hops, workers, sink);
 }

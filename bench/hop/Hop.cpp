@@ -30,7 +30,7 @@ struct Placement
 struct Lengths
 {
     int turns;
-    int warmUpItems; ///< before the paced ones of each turn; enough that a queue's blocks have all come into use
+    int warmUpItems; ///< before the paced ones of each turn; in a full run, all blocks of a queue come into use
     int pacedItems;
     std::int64_t saturatedNanoseconds;
 };
@@ -55,10 +55,12 @@ struct Usage
     std::int64_t allocations;
 };
 
-Usage operator+(const Usage& one, const Usage& other)
+Usage& operator+=(Usage& sum, const Usage& more)
 {
-    return {one.processorNanoseconds + other.processorNanoseconds, one.switches + other.switches,
-            one.allocations + other.allocations};
+    sum.processorNanoseconds += more.processorNanoseconds;
+    sum.switches += more.switches;
+    sum.allocations += more.allocations;
+    return sum;
 }
 
 Usage operator-(const Usage& later, const Usage& earlier)
@@ -106,16 +108,15 @@ void sleepUntil(std::int64_t nanoseconds)
         ;
 }
 
-/// Waits until `count` items have arrived, or no more come; returns whether they have.
-bool waitForArrivals(const Sink& sink, std::int64_t count)
+/// Waits until `count` items have arrived, or no more come.
+void waitForArrivals(const Sink& sink, std::int64_t count)
 {
     const std::int64_t limit = nowNanoseconds() + 1'000'000'000;
     while (sink.Count() < count && nowNanoseconds() < limit)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return sink.Count() >= count;
 }
 
-/// Sends `count` items, one every millisecond, and returns how many of them were taken.
+/// Sends `count` items, one every millisecond, and returns how many of them were taken, a millisecond after the last.
 std::int64_t sendPaced(Line& line, int count, bool stamped)
 {
     std::int64_t taken = 0;
@@ -125,6 +126,7 @@ std::int64_t sendPaced(Line& line, int count, bool stamped)
         sleepUntil(next);
         taken += line.Send(stamped) ? 1 : 0;
     }
+    sleepUntil(next + pace);
     return taken;
 }
 
@@ -175,9 +177,8 @@ struct PacedResult
     std::vector<std::int64_t> latencies;
     std::int64_t items = 0;
     std::int64_t lost = 0;
-    double processorMicroseconds = 0; ///< with the pacer taken off
-    std::int64_t switches = 0;
-    std::int64_t allocations = 0;
+    Usage used{};
+    std::vector<double> processorMicroseconds; ///< per item, with the pacer taken off, of each turn
 };
 
 struct SaturatedResult
@@ -186,6 +187,12 @@ struct SaturatedResult
     std::int64_t lost = 0;
     std::int64_t nanoseconds = 0;
     Usage used{};
+};
+
+struct Result
+{
+    PacedResult paced;
+    SaturatedResult saturated;
 };
 
 void addPacedTurn(PacedResult& result, const Contender& contender, int hops, const Placement& placement,
@@ -213,9 +220,8 @@ void addPacedTurn(PacedResult& result, const Contender& contender, int hops, con
     result.latencies.insert(result.latencies.end(), latencies.begin(), latencies.end());
     result.items += items;
     result.lost += taken - sink.Count();
-    result.processorMicroseconds += static_cast<double>(used.processorNanoseconds) / 1000.0 - pacer * items;
-    result.switches += used.switches;
-    result.allocations += used.allocations;
+    result.used += used;
+    result.processorMicroseconds.push_back(static_cast<double>(used.processorNanoseconds) / 1000.0 / items - pacer);
 }
 
 void addSaturatedTurn(SaturatedResult& result, const Contender& contender, int hops, const Placement& placement,
@@ -236,20 +242,22 @@ void addSaturatedTurn(SaturatedResult& result, const Contender& contender, int h
     result.items += sink.Count() - arrivedBefore;
     waitForArrivals(sink, taken);
     result.lost += taken - sink.Count();
-    result.used = result.used + used;
+    result.used += used;
 }
 
 void printPaced(const std::string& question, const std::string& contender, PacedResult result)
 {
     std::sort(result.latencies.begin(), result.latencies.end());
+    std::sort(result.processorMicroseconds.begin(), result.processorMicroseconds.end());
     const auto items = static_cast<double>(result.items);
     printFigure(question + "latency, median (us)", contender, percentile(result.latencies, 0.5));
     printFigure(question + "latency, 99 % (us)", contender, percentile(result.latencies, 0.99));
     printFigure(question + "latency, maximum (us)", contender, percentile(result.latencies, 1.0));
     printFigure(question + "processor time per item, pacer taken off (us)", contender,
-                result.processorMicroseconds / items);
-    printFigure(question + "context switches per item", contender, static_cast<double>(result.switches) / items);
-    printFigure(question + "heap allocations per item", contender, static_cast<double>(result.allocations) / items);
+                result.processorMicroseconds[result.processorMicroseconds.size() / 2]);
+    printFigure(question + "context switches per item", contender, static_cast<double>(result.used.switches) / items);
+    printFigure(question + "heap allocations per item", contender,
+                static_cast<double>(result.used.allocations) / items);
 }
 
 void printSaturated(const std::string& question, const std::string& contender, const SaturatedResult& result)
@@ -271,13 +279,13 @@ bool isContender(const std::string& name)
 }
 
 /// Those that are `chosen`, or all when none is, in another order each time: who comes after whom matters.
-std::vector<Contender> contendersInTurn(const std::set<std::string>& chosen, std::mt19937& random)
+std::vector<Contender> shuffledContenders(const std::set<std::string>& chosen, std::mt19937& random)
 {
-    std::vector<Contender> turn;
-    std::copy_if(contenders.begin(), contenders.end(), std::back_inserter(turn),
+    std::vector<Contender> shuffled;
+    std::copy_if(contenders.begin(), contenders.end(), std::back_inserter(shuffled),
                  [&chosen](const Contender& contender) { return chosen.empty() || chosen.count(contender.name) != 0; });
-    std::shuffle(turn.begin(), turn.end(), random);
-    return turn;
+    std::shuffle(shuffled.begin(), shuffled.end(), random);
+    return shuffled;
 }
 
 /// All contenders take several short turns: the machine changes within seconds by more than they differ.
@@ -286,19 +294,19 @@ void measureRound(const Lengths& lengths, const std::set<std::string>& chosen)
     std::mt19937 random{std::random_device()()};
     for (const Placement& placement : placements()) {
         for (const int hops : {1, 3}) {
-            std::map<std::string, PacedResult> paced;
-            std::map<std::string, SaturatedResult> saturated;
+            std::map<std::string, Result> results;
             for (int turn = 0; turn < lengths.turns; ++turn) {
-                for (const Contender& contender : contendersInTurn(chosen, random)) {
-                    addPacedTurn(paced[contender.name], contender, hops, placement, lengths);
-                    addSaturatedTurn(saturated[contender.name], contender, hops, placement, lengths);
+                for (const Contender& contender : shuffledContenders(chosen, random)) {
+                    addPacedTurn(results[contender.name].paced, contender, hops, placement, lengths);
+                    addSaturatedTurn(results[contender.name].saturated, contender, hops, placement, lengths);
                 }
             }
             const std::string where = (hops == 1 ? "1 hop, " : "3 hops, ") + placement.name;
-            for (const auto& [name, result] : paced) {
-                printPaced(where + " at 1,000/s: ", name, result);
-                printSaturated(where + " at saturation: ", name, saturated[name]);
-                printFigure(where + ": items lost", name, static_cast<double>(result.lost + saturated[name].lost));
+            for (const auto& [name, result] : results) {
+                printPaced(where + " at 1,000/s: ", name, result.paced);
+                printSaturated(where + " at saturation: ", name, result.saturated);
+                printFigure(where + ": items lost", name,
+                            static_cast<double>(result.paced.lost + result.saturated.lost));
             }
         }
     }
@@ -317,6 +325,6 @@ int main(int argc, char** argv)
             return 2;
         }
     }
-    measureRound(quick ? Lengths{1, 10, 50, 5'000'000} : Lengths{4, 100, 300, 75'000'000}, chosen);
+    measureRound(quick ? Lengths{1, 10, 50, 5'000'000} : Lengths{5, 200, 250, 60'000'000}, chosen);
     return 0;
 }

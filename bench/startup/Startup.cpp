@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// From the start of the process to the first frame: the program beside an empty main window. What apps load is not
+// From the start of the process to the first frame: the program beside an empty main window, and beside one with a menu
+// and a status bar, which is the first to need a font, and the list of all that are installed. What apps load is not
 // counted: the program runs in a folder without apps, and once more in one with Stereo View, for information. All take
 // turns, and the same plug-in watches all of them.
 
@@ -140,6 +141,7 @@ int main(int argc, char** argv)
         {"ours", copyProgram(folder.filePath("no-app"), false), {}, "window"},
         {"empty window", EMPTY_WINDOW, {}, "window"},
         {"empty window of our size", EMPTY_WINDOW, {"1200", "670"}, "window"},
+        {"window with bars", EMPTY_WINDOW, {"1200", "670", "File"}, "window"},
         {"ours with Stereo View", copyProgram(folder.filePath("stereo-view"), true), {}, "picture"},
     };
     if (!compare(contenders, QString(), folder.path(), starts))

@@ -9,7 +9,7 @@
 
 #include <qtsingleapplication.h>
 
-#include <tests/support/OverlookOffscreenLeaks.h>
+#include <tests/support/DefaultLeakSuppressions.h>
 
 #include <QWidget>
 

@@ -7,7 +7,7 @@
 #include <libs/QtSolutions/qtsingleapplication/MessageProtocol.h>
 #include <libs/QtSolutions/qtsingleapplication/MessageServer.h>
 
-#include <tests/support/OverlookOffscreenLeaks.h>
+#include <tests/support/DefaultLeakSuppressions.h>
 #include <tests/support/ProcessFigures.h>
 #include <tests/support/RawConnection.h>
 

@@ -4,7 +4,7 @@
 #include <app/ApplicationWindow.h>
 #include <app/UserLanguage.h>
 #include <settings/SettingsDialog.h>
-#include <tests/support/OverlookOffscreenLeaks.h>
+#include <tests/support/DefaultLeakSuppressions.h>
 
 #include <FakeVYR.h>
 #include <gtest/gtest.h>

@@ -14,7 +14,7 @@ inline constexpr char offscreenLeaks[] = "leak:libqoffscreen\nleak:QScreen::QScr
 inline void overlookOffscreenLeaks(QProcessEnvironment& environment, const QDir& folder)
 {
     QFile file(folder.filePath("leak-sanitizer.supp"));
-    file.open(QIODevice::WriteOnly); // without it the leaks are reported
+    file.open(QIODevice::WriteOnly); // without the file the sanitizer does not let the program start
     file.write(offscreenLeaks);
     environment.insert("LSAN_OPTIONS", "suppressions=" + file.fileName());
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // main() of test programs that drive widgets, without a display unless one is asked for.
 
-#include "OverlookOffscreenLeaks.h"
+#include "DefaultLeakSuppressions.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "StereoViewFixture.h"
 
-#include <tests/support/OverlookOffscreenLeaks.h>
+#include <tests/support/DefaultLeakSuppressions.h>
 
 #include <FakeVYR.h>
 

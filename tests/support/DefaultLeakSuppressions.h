@@ -5,6 +5,8 @@
 
 #include "OffscreenLeaks.h"
 
+#include <qcompilerdetection.h>
+
 // NOLINTBEGIN(bugprone-reserved-identifier, misc-definitions-in-headers): the sanitizer's name; included once
 extern "C" Q_DECL_EXPORT const char* __lsan_default_suppressions();
 const char* __lsan_default_suppressions()
