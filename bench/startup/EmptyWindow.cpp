@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The least that a program with a main window can be: WIDTH HEIGHT, or as large as Qt makes it; with a third argument it
-// has a menu and a status bar as well, and with them a text to show.
+// The least that a program with a main window can be: WIDTH HEIGHT, or as large as Qt makes it; with a third argument
+// it has a menu and a status bar as well, and with them a text to show.
 
 #include <QApplication>
 #include <QMainWindow>
