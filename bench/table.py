@@ -117,7 +117,8 @@ def rows(results, goals):
             values = list(by_round.values())
             if contender == OURS:
                 others = {name: list(by.values()) for name, by in yardsticks.items()}
-                yield (question, contender, spread(values), "", verdict(goals.get((question, "-")), values, others, len(values)))
+                yield (question, contender, spread(values), "",
+                       verdict(goals.get((question, "-")), values, others, len(values)))
             else:
                 ratio = ratios(ours, by_round)
                 others = {name: ratios(by, by_round) for name, by in yardsticks.items() if name != contender}
