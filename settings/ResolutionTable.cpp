@@ -57,9 +57,8 @@ ResolutionTable::ResolutionTable(const std::vector<VYRResolutionInfo>& modes)
     : _slots{{{0, {}}, {1, {}}, {2, {}}, {4, {}}, {8, {}}, {5, {}}, {9, {}}, {6, {}}, {10, {}}}}
 {
     for (Slot& slot : _slots) {
-        std::copy_if(
-            modes.begin(), modes.end(), std::back_inserter(slot.modes),
-            [&slot](const VYRResolutionInfo& mode) { return mode.binning == slot.binning; });
+        std::copy_if(modes.begin(), modes.end(), std::back_inserter(slot.modes),
+                     [&slot](const VYRResolutionInfo& mode) { return mode.binning == slot.binning; });
     }
 }
 

@@ -152,8 +152,7 @@ TEST(QtIntPropertyManagerTest, RangeIsAnnouncedBeforeTheValueItMoved)
     QtIntPropertyManager manager;
     QtProperty* property = manager.addProperty();
     QStringList order;
-    QObject::connect(
-        &manager, &QtIntPropertyManager::rangeChanged, [&] { order << QStringLiteral("range"); });
+    QObject::connect(&manager, &QtIntPropertyManager::rangeChanged, [&] { order << QStringLiteral("range"); });
     QObject::connect(&manager, &QtIntPropertyManager::valueChanged, [&] { order << QStringLiteral("value"); });
 
     manager.setRange(property, 3, 9);

@@ -202,14 +202,12 @@ protected:
     /// Does something in the settings dialog that is opened next, and closes it if it is still open then.
     static void inDialog(const std::function<void(SettingsDialog&)>& action)
     {
-        QTimer::singleShot(
-            0, window.get(),
-            [action] {
-                auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget());
-                ASSERT_NE(dialog, nullptr);
-                action(*dialog);
-                dialog->reject();
-            });
+        QTimer::singleShot(0, window.get(), [action] {
+            auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            action(*dialog);
+            dialog->reject();
+        });
     }
 
     static QStringList tabTitles(const SettingsDialog& dialog)

@@ -44,16 +44,14 @@ void EndingApp::start()
 {
     if (name() == QStringLiteral("Throw"))
         throw std::runtime_error("this app cannot start");
-    QTimer::singleShot(
-        0, this,
-        [this] {
-            if (name() == QStringLiteral("Exit"))
-                QCoreApplication::exit(7);
-            else if (name() == QStringLiteral("Minimised"))
-                minimiseWindow();
-            else
-                QApplication::closeAllWindows();
-        });
+    QTimer::singleShot(0, this, [this] {
+        if (name() == QStringLiteral("Exit"))
+            QCoreApplication::exit(7);
+        else if (name() == QStringLiteral("Minimised"))
+            minimiseWindow();
+        else
+            QApplication::closeAllWindows();
+    });
 }
 
 void EndingApp::minimiseWindow()

@@ -673,12 +673,10 @@ TEST_F(CameraDevice, SignalsFromTheCallbackThreadReachTheGuiThreadQueued)
     QObject receiver;
     QThread* deliveredOn = nullptr;
     int delivered = 0;
-    QObject::connect(
-        device.get(), &VYRCameraDevice::QChanged, &receiver,
-        [&] {
-            deliveredOn = QThread::currentThread();
-            ++delivered;
-        });
+    QObject::connect(device.get(), &VYRCameraDevice::QChanged, &receiver, [&] {
+        deliveredOn = QThread::currentThread();
+        ++delivered;
+    });
     std::thread([] { FakeVYR::emitFrame(0); }).join();
     EXPECT_EQ(delivered, 0);
     QCoreApplication::processEvents();

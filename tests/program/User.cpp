@@ -269,8 +269,7 @@ void User::planChange()
         seeMainWindow);
     planMenu("Settings", "Camera");
     planCaptureMode();
-    plan(
-        "goes to the apps", always, [] { clickTab("Apps"); });
+    plan("goes to the apps", always, [] { clickTab("Apps"); });
     plan(
         "selects Witness", [] { return showsTab("Apps"); }, [] { clickApp("Witness"); });
     plan("presses Ok", always, clickOk);
@@ -283,12 +282,10 @@ void User::planCaptureMode()
 {
     plan(
         "drags the right edge", [] { return showsTab("Camera"); }, [] { dragRightEdge(40); });
-    plan(
-        "opens the list of binnings", always,
-        [] {
-            see("editor " + editorText());
-            click(childOnScreen<QComboBox>(windowOnScreen<QDialog>()));
-        });
+    plan("opens the list of binnings", always, [] {
+        see("editor " + editorText());
+        click(childOnScreen<QComboBox>(windowOnScreen<QDialog>()));
+    });
     plan(
         "chooses a binning", [] { return isOnScreen(childOnScreen<QComboBox>(windowOnScreen<QDialog>())->view()); },
         [] { chooseInOpenList("2x2"); });

@@ -27,8 +27,8 @@ TEST(FrameRing, SixtyFourFramesAreApartFromEachOther)
     for (std::size_t i = 0; i < slots.size(); ++i) {
         const FrameSlot& slot = slots[i];
         EXPECT_EQ(slot.record->frameCounter, i);
-        EXPECT_TRUE(std::all_of(
-            slot.left, slot.left + sensorArea, [&](int pixel) { return pixel == static_cast<int>(2 * i); }));
+        EXPECT_TRUE(std::all_of(slot.left, slot.left + sensorArea,
+                                [&](int pixel) { return pixel == static_cast<int>(2 * i); }));
         EXPECT_TRUE(std::all_of(slot.right, slot.right + sensorArea,
                                 [&](int pixel) { return pixel == static_cast<int>(2 * i + 1); }));
     }
