@@ -23,6 +23,9 @@
 #include <QSignalMapper>
 #include <QTabWidget>
 
+#include <functional>
+#include <vector>
+
 namespace {
 
 void setIdentity()
@@ -191,6 +194,9 @@ void ApplicationWindow::closeEvent(QCloseEvent* event)
     }
     saveSettings();
     event->accept();
+    // An app may have windows of its own, with which the program would go on without this one. Queued: not before this
+    // one is closed.
+    QMetaObject::invokeMethod(this, &QApplication::closeAllWindows, Qt::QueuedConnection);
 }
 
 void ApplicationWindow::openSettingsDialog(int tab)
@@ -203,11 +209,25 @@ void ApplicationWindow::openSettingsDialog(int tab)
     dialog.build(tr("Settings"), this);
     addAppTabs(*dialog.tabWidget());
     dialog.setCurrentTab(tab);
+    // An app may enter an event loop of its own while the dialog is open. What is chosen then waits for the return of
+    // the app's call, which is before the dialog's.
+    std::vector<std::function<void()>> waiting;
+    const auto change = [&](const std::function<void()>& what) {
+        if (isAppInsideCall())
+            waiting.push_back(what);
+        else
+            what();
+    };
     // Direct: the mode is in effect before the dialog goes on to the app.
-    connect(&dialog, &SettingsDialog::ResolutionChanged, this, &ApplicationWindow::changeResolution,
-            Qt::DirectConnection);
-    connect(&dialog, &SettingsDialog::AppChanged, this, &ApplicationWindow::changeApp, Qt::DirectConnection);
+    connect(
+        &dialog, &SettingsDialog::ResolutionChanged, this,
+        [&](const VYRResolutionInfo& mode) { change([=] { changeResolution(mode); }); }, Qt::DirectConnection);
+    connect(
+        &dialog, &SettingsDialog::AppChanged, this, [&](int app) { change([=] { changeApp(app); }); },
+        Qt::DirectConnection);
     dialog.exec();
+    for (const std::function<void()>& what : waiting)
+        what();
 }
 
 void ApplicationWindow::addAppTabs(QTabWidget& tabs)

@@ -23,9 +23,9 @@ class QWidget;
 /// The host calls by slot: the order of the operations is fixed, and there is no virtual destructor.
 ///
 /// During start(), stop(), updatePending(), update() and handleKeyEvent() the host holds its app lock, which is not
-/// recursive: whatever switches or restarts apps waits for it, and called from in there for ever. A modal dialog that
-/// runs an event loop in there, as QDialog::exec() and QFileDialog::getOpenFileName() do, keeps the user from that;
-/// meanwhile the app is neither polled nor offered keys, and its picture stands still. Better show dialogs with
+/// recursive: whatever switches or restarts apps waits for it, and called from in there for ever. While an event loop
+/// runs in there, as in QDialog::exec() and QFileDialog::getOpenFileName(), the app is neither polled nor offered keys,
+/// its picture stands still, and what the user chooses in the settings has to wait. Better show dialogs with
 /// QDialog::open(), or from a slot of a widget of yours, for which no lock is held.
 ///
 /// Ownership: the plug-in object belongs to Qt's plug-in loader.

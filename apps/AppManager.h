@@ -20,9 +20,9 @@ class QPluginLoader;
 /// Order of calls: setHost(), loadApps(), initializeApps(), then setCurrentApp() whenever the user chooses.
 ///
 /// Every call into the current app is made under the app lock: start(), stop(), updatePending() with update(), and
-/// handleKeyEvent(). name(), initialize() and createSettingsWidget() are called without it. The lock is not
-/// recursive, so apps must not call back into setCurrentApp(), startCurrentApp() or stopCurrentApp(); the two
-/// operations that come from the event loop only try to take it.
+/// handleKeyEvent(), and name() within a switch. All else is called without it. The lock is not recursive, so apps must
+/// not call back into setCurrentApp(), startCurrentApp() or stopCurrentApp(); the two operations that come from the
+/// event loop only try to take it.
 ///
 /// Ownership: the apps are owned by Qt's plug-in loader and live until the process ends; the host is borrowed.
 /// Thread: GUI thread.

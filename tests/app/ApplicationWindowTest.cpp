@@ -25,6 +25,7 @@
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
@@ -1095,6 +1096,38 @@ TEST_F(ApplicationWindowTest, TheSettingsStayClosedWhileTheAppIsInsideACall)
     EXPECT_EQ(TestApps::log().last(), "answered");
 }
 
+/// An app that runs an event loop of its own the first time that it is polled while the settings are open, in which
+/// another mode and another app are chosen.
+void chooseInsideAPoll(const char* app, const char* operation)
+{
+    TestApps::note(app, operation);
+    auto* const dialog = qobject_cast<SettingsDialog*>(QApplication::activeModalWidget());
+    if (qstrcmp(operation, "updatePending") != 0 || dialog == nullptr)
+        return;
+    TestApps::log().clear();
+    QTimer::singleShot(0, dialog, [dialog] {
+        dialog->setCurrentTab(1);
+        chooseFirstBinning(*dialog);
+        dialog->findChild<QListWidget*>()->setCurrentRow(1);
+        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    QEventLoop loop;
+    QTimer::singleShot(100, &loop, &QEventLoop::quit);
+    loop.exec();
+    TestApps::log().append("returned");
+}
+
+TEST_F(ApplicationWindowTest, WhatIsChosenWhileTheAppIsInsideACallIsDoneAfterItsReturn)
+{
+    openWithTwoApps();
+    window->show();
+    TestApps::setProbe(chooseInsideAPoll);
+    trigger("&Settings", "Apps");
+    EXPECT_EQ(TestApps::log().mid(0, 5), QStringList({"returned", "One.stop", "One.start", "One.stop", "Two.start"}));
+    EXPECT_EQ(window->currentResolution().width, 640);
+    EXPECT_EQ(window->windowTitle(), "VYR Dashboard - Two");
+}
+
 TEST_F(ApplicationWindowTest, AnAppThatIsInsideACallWhileAllWindowsAreClosedIsStoppedAfterItsReturn)
 {
     openWithTwoApps();
@@ -1357,15 +1390,32 @@ TEST_F(ApplicationWindowTest, TheCloseButtonClosesTheWindowOnceAndWritesTheSetti
     EXPECT_TRUE(QFile::exists(settingsFilePath()));
 }
 
+/// Runs the event loop until something ends it, and returns how it ended; 1 when nothing does.
+int runUntilEnd()
+{
+    QTimer watchdog;
+    QObject::connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+    watchdog.start(limit);
+    return QApplication::exec();
+}
+
 TEST_F(ApplicationWindowTest, ClosingTheLastWindowEndsTheEventLoop)
 {
     openWithTwoApps();
     window->show();
     QTimer::singleShot(0, window.get(), [] { trigger("&File", "Exit"); });
-    QTimer watchdog;
-    QObject::connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
-    watchdog.start(limit);
-    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_EQ(runUntilEnd(), 0);
+}
+
+TEST_F(ApplicationWindowTest, ClosingTheMainWindowClosesTheAppsOwnOnesAndEndsTheEventLoop)
+{
+    openWithTwoApps();
+    window->show();
+    QWidget ofAnApp;
+    ofAnApp.show();
+    QTimer::singleShot(0, window.get(), [] { window->close(); });
+    EXPECT_EQ(runUntilEnd(), 0);
+    EXPECT_FALSE(ofAnApp.isVisible());
 }
 
 TEST_F(ApplicationWindowTest, DestructionWithoutClosingStopsTheAppWhileTheCameraIsThere)
