@@ -35,7 +35,9 @@ class AppInterface
 public:
     /// Hands over the host, once. The docks and the status fields exist, and belong to whichever app is current: put
     /// nothing into them before start().
-    /// Ownership: `host` is borrowed; it is never null, and stays valid until the process ends.
+    /// Ownership: `host` is borrowed; it is never null, and stays valid, with all that it hands out, until the main
+    /// window goes as the process ends. The plug-in object goes after that, and after the application object: its
+    /// destructor must use neither the host nor a widget.
     virtual void initialize(HostEnvironmentInterface* host) = 0;
 
     /// Whether the app is of no use without a camera: then it is not loaded when none is open. Asked first.

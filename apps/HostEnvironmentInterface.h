@@ -13,7 +13,7 @@ class VYRCameraDevice;
 /// creates anything, takes a lock or fails.
 ///
 /// Called by slot: the order of the operations is fixed, and there is no virtual destructor.
-/// Ownership: everything returned belongs to the host and lives until the process ends.
+/// Ownership: everything returned belongs to the host and lives until the main window goes, after the last stop().
 /// Thread: GUI thread.
 class HostEnvironmentInterface
 {

@@ -358,9 +358,10 @@ void VYRCameraDevice::OnFrame(const VYRFrameRecord* record)
 void VYRCameraDevice::HandOver(const VYRFrameRecord* record)
 {
     // Looked at again, since receivers of the signals may have kept this callback for long, or have stopped the camera
-    // themselves. Nobody else's code runs in here, so that a stop never waits longer than for these few steps.
+    // or closed it themselves. Nobody else's code runs in here, so that a stop never waits longer than for these few
+    // steps.
     const CallbackCount::Stay stay(_live->HandOvers());
-    if (!_streaming.load())
+    if (!IsOpen() || !_streaming.load())
         return;
     const float measuredFps = _measuredFps.load(relaxed);
     StereoFrame* const frame = _frameCache.Acquire();

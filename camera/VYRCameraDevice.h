@@ -36,8 +36,9 @@ struct VYRResolutionInfo;
 ///
 /// What holds whatever the camera library does, also when it goes on calling back after it was stopped or closed, or
 /// on several threads:
-///  - after StopProcessing() no frame is pushed, and the pool is whole. A callback that is inside may still be with the
-///    receivers of a signal; it drops its frame then. Stopping does not wait for receivers.
+///  - after StopProcessing() and after Close() no frame is pushed. After StopProcessing() the pool is whole, unless the
+///    camera had been closed before. A callback that is inside may still be with the receivers of a signal; it drops
+///    its frame then. Stopping does not wait for receivers.
 ///  - destruction waits for the callbacks that are inside, receivers of their signals included; later ones are ignored.
 ///    So a receiver with a direct connection must neither wait for the GUI thread nor destroy the device.
 ///

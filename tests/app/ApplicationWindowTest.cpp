@@ -1183,6 +1183,26 @@ TEST_F(ApplicationWindowTest, AResolutionChangeWithoutAnAppRestartsTheTimer)
     EXPECT_EQ(window->currentResolution().fps, 20.0F);
 }
 
+TEST_F(ApplicationWindowTest, TheHostIsWholeWhenAppsAreInitialized)
+{
+    TestApps::set("looksAtHost", true);
+    install("One");
+    open();
+    EXPECT_EQ(qApp->property("testApps.hostIsWhole"), QVariant(true));
+}
+
+TEST_F(ApplicationWindowTest, TheCameraKeepsItsModeUntilTheAppHasStopped)
+{
+    openWithTwoApps();
+    static QString key;
+    TestApps::setProbe([](const char*, const char* operation) {
+        if (qstrcmp(operation, "stop") == 0)
+            key = window->cameraDevice()->ResolutionKey();
+    });
+    window->changeResolution({640, 480, 0, 20.0F, 0.5F, 60.0F});
+    EXPECT_EQ(key, "R320x240_B2x2");
+}
+
 TEST_F(ApplicationWindowTest, AnAppMayRunTheCameraThroughAResolutionChange)
 {
     openWithTwoApps();
@@ -1355,14 +1375,16 @@ TEST_F(ApplicationWindowTest, ClosingStopsTimerAppAndCameraAndThenWritesTheSetti
     AppSettings::instance().height = 120;
     TestApps::setProbe(noteHost);
     TestApps::log().clear();
+    FakeVYR::setDuringStop([] { noteHost("camera", "stop"); });
     EXPECT_TRUE(window->close());
-    EXPECT_EQ(TestApps::log(), QStringList("One.stop locked width=320 timer=0 streaming=1 file=0"));
+    EXPECT_EQ(TestApps::log(), QStringList({"One.stop locked width=320 timer=0 streaming=1 file=0",
+                                            "camera.stop free width=320 timer=0 streaming=1 file=0"}));
     EXPECT_FALSE(FakeVYR::isStreaming());
     AppSettings::instance() = AppSettings();
     loadSettings();
     EXPECT_EQ(AppSettings::instance().height, 120);
     runEventLoop();
-    EXPECT_EQ(TestApps::log().size(), 1) << "an app is polled after it was stopped";
+    EXPECT_EQ(TestApps::log().size(), 2) << "an app is polled after it was stopped";
 }
 
 TEST_F(ApplicationWindowTest, ExitClosesTheWindowOnceAndWritesTheSettings)

@@ -478,6 +478,18 @@ TEST_F(AppManagerTest, SwitchingToTheCurrentAppStopsAndStartsItAndWritesTheFile)
     EXPECT_TRUE(QFile::exists(settingsFilePath()));
 }
 
+TEST_F(AppManagerTest, TheNewAppIsCurrentWhenItIsStarted)
+{
+    loadTwo();
+    static int seen = -2;
+    TestApps::setProbe([](const char*, const char* operation) {
+        if (qstrcmp(operation, "start") == 0)
+            seen = probedManager->currentAppIndex();
+    });
+    manager.setCurrentApp(1);
+    EXPECT_EQ(seen, 1);
+}
+
 TEST_F(AppManagerTest, AnIndexWithoutAnAppChangesNothing)
 {
     loadTwo();

@@ -45,7 +45,8 @@ inline void reset()
 {
     log().clear();
     setProbe(note);
-    for (const char* property : {"pending", "consumesKeys", "settingsWidget", "showsBottomDock"})
+    for (const char* property :
+         {"pending", "consumesKeys", "settingsWidget", "showsBottomDock", "looksAtHost", "hostIsWhole"})
         set(property, false);
 }
 

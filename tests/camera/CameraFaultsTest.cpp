@@ -344,6 +344,17 @@ TEST_P(CallbackInside, CloseDoesNotWaitForIt)
     EXPECT_EQ(device->Size(), 0);
 }
 
+TEST_P(CallbackInside, CloseWhileStreamingDropsItsFrame)
+{
+    const auto device = makeMeasuringDevice();
+    device->OutputQueue().Clear();
+    HeldCallback callback(*device, GetParam().signal, 10'000);
+    device->Close();
+    device->StopProcessing();
+    callback.letGo();
+    EXPECT_EQ(device->Size(), 0) << "a record of a camera that is closed";
+}
+
 TEST_P(CallbackInside, DestructionWaitsForItBeforeTheCameraIsClosed)
 {
     auto device = makeMeasuringDevice();

@@ -719,4 +719,104 @@ TEST_F(CameraDevice, ControlsAndModesMayChangeWhileFramesArrive)
     EXPECT_EQ(countFreeFrames(*device), 32);
 }
 
+TEST_F(CameraDevice, SetResolutionForgetsTheMeasurements)
+{
+    const auto device = makeStreamingDevice();
+    FakeVYR::emitFrameWithTemperature(0, 40.0F);
+    FakeVYR::emitFrame(10'000);
+    device->StopProcessing();
+    device->SetResolution(0, 640, 480, 60.0F);
+    const QSignalSpy info(device.get(), &VYRCameraDevice::InfoChanged);
+    device->UpdateInfo();
+    EXPECT_EQ(lastText(info), idleText("640x480", "1x1"));
+}
+
+TEST_F(CameraDevice, SetResolutionOfAnySingleValueIsAChange)
+{
+    const auto device = makeDevice();
+    const QSignalSpy info(device.get(), &VYRCameraDevice::InfoChanged);
+    device->SetResolution(0, 320, 240, 30.0F);
+    EXPECT_EQ(info.count(), 1);
+    device->SetResolution(0, 321, 240, 30.0F);
+    EXPECT_EQ(info.count(), 2);
+    device->SetResolution(0, 321, 241, 30.0F);
+    EXPECT_EQ(info.count(), 3);
+    EXPECT_EQ(device->ResolutionKey(), "R321x241_B1x1");
+}
+
+TEST_F(CameraDevice, StartForgetsTheRateAndTheWindow)
+{
+    const auto device = makeStreamingDevice();
+    FakeVYR::emitFrame(0);
+    FakeVYR::emitFrame(10'000);
+    device->StopProcessing();
+    device->StartProcessing();
+    const QSignalSpy info(device.get(), &VYRCameraDevice::InfoChanged);
+    device->UpdateInfo();
+    EXPECT_EQ(lastText(info), idleText("320x240", "2x2"));
+    FakeVYR::emitFrame(20'000);
+    EXPECT_EQ(info.count(), 1) << "opens a window";
+}
+
+TEST_F(CameraDevice, TheFrameThatClosesAWindowBringsItsTemperatureIntoTheText)
+{
+    const auto device = makeStreamingDevice();
+    const QSignalSpy info(device.get(), &VYRCameraDevice::InfoChanged);
+    FakeVYR::emitFrame(0);
+    FakeVYR::emitFrameWithTemperature(10'000, 40.0F);
+    EXPECT_THAT(lastText(info).toStdString(), testing::EndsWith(", Temp:   40.000 \u00B0C"));
+}
+
+TEST_F(CameraDevice, AnyNonZeroFlagMeansSensorData)
+{
+    const auto device = makeStreamingDevice();
+    const QSignalSpy info(device.get(), &VYRCameraDevice::InfoChanged);
+    VYRFrameRecord record{};
+    record.hasSensorData = 0x80;
+    record.temperature = 40.0F;
+    FakeVYR::emitRecord(&record);
+    device->UpdateInfo();
+    EXPECT_THAT(lastText(info).toStdString(), testing::EndsWith(", Temp:   40.000 \u00B0C"));
+}
+
+TEST_F(CameraDevice, StopAfterCloseCallsNothing)
+{
+    auto device = makeStreamingDevice();
+    device->Close();
+    FakeVYR::clearCalls();
+    device->StopProcessing();
+    device.reset();
+    EXPECT_THAT(FakeVYR::calls(), IsEmpty());
+}
+
+TEST_F(CameraDevice, StartWithoutAMatchingModeLeavesPoolAndMeasurementsAlone)
+{
+    const auto device = makeStreamingDevice();
+    FakeVYR::emitFrameWithTemperature(0, 40.0F);
+    FakeVYR::setModes({});
+    device->StartProcessing();
+    EXPECT_EQ(countFreeFrames(*device), 31);
+    const QSignalSpy info(device.get(), &VYRCameraDevice::InfoChanged);
+    device->UpdateInfo();
+    EXPECT_THAT(lastText(info).toStdString(), testing::EndsWith(", Temp:   40.000 \u00B0C"));
+}
+
+TEST_F(CameraDevice, WithoutArgumentsTheTemperatureIsNotKnown)
+{
+    VYRCameraDevice device;
+    const QSignalSpy info(&device, &VYRCameraDevice::InfoChanged);
+    device.UpdateInfo();
+    EXPECT_EQ(lastText(info), idleText("0x0", "1x1"));
+}
+
+TEST_F(CameraDevice, FramesThatTheLibraryEmitsWhileItStopsAreIgnored)
+{
+    const auto device = makeStreamingDevice();
+    const QSignalSpy queue(device.get(), &VYRCameraDevice::QChanged);
+    FakeVYR::setDuringStop([] { FakeVYR::emitLateFrame(0); });
+    device->StopProcessing();
+    EXPECT_TRUE(queue.isEmpty());
+    EXPECT_EQ(device->Size(), 0);
+}
+
 } // namespace

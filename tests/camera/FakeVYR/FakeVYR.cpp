@@ -34,6 +34,7 @@ struct Library
     std::vector<std::string> calls;
     std::array<VYRFrameRecord, 256> records{};
     std::size_t nextRecord = 0;
+    void (*duringStop)() = nullptr;
 };
 
 std::mutex mutex; // guards library
@@ -195,6 +196,12 @@ void clearCalls()
     library.calls.clear();
 }
 
+void setDuringStop(void (*function)())
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    library.duringStop = function;
+}
+
 bool isStreaming()
 {
     const std::lock_guard<std::mutex> guard(mutex);
@@ -258,8 +265,15 @@ bool StartVYR(void*, VYRFrameCallback callback, void* userData, bool enabled)
 
 bool StopVYR(void*)
 {
+    void (*duringStop)() = nullptr;
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        log("StopVYR");
+        duringStop = library.duringStop;
+    }
+    if (duringStop != nullptr)
+        duringStop();
     const std::lock_guard<std::mutex> guard(mutex);
-    log("StopVYR");
     library.streaming = false;
     return true;
 }

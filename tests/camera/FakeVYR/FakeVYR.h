@@ -32,6 +32,9 @@ void setFrameSize(int width, int height);       ///< instead of the size of the 
 std::vector<std::string> calls();
 void clearCalls();
 
+/// Called inside each StopVYR, while the callback is still installed: a library that goes on until it has stopped.
+void setDuringStop(void (*function)());
+
 /// Whether a callback is installed: between a successful StartVYR and StopVYR.
 bool isStreaming();
 
