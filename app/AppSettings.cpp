@@ -258,6 +258,16 @@ void openToFoldersGroup(int descriptor, const QByteArray& folder)
         ::fchmod(descriptor, (status.st_mode & permissionBits) | S_IRGRP | S_IWGRP);
 }
 
+/// Whoever saves must not shut out those whom the file belongs to. Who may not give it back to its owner leaves it to
+/// its group at least. Where neither can be, as on disks that know no owners, it is saved all the same.
+void keepOwnersAndPermissions(int descriptor, const struct stat& status)
+{
+    constexpr auto sameOwner = static_cast<uid_t>(-1);
+    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0 && ::fchown(descriptor, sameOwner, status.st_gid) != 0)
+        qCWarning(appLog) << "The settings file belongs to who has saved it now";
+    ::fchmod(descriptor, status.st_mode & permissionBits);
+}
+
 void writeFile(const AppSettings& settings)
 {
     if (!std::isfinite(settings.fps)) // which the library can write, but not read
@@ -279,7 +289,7 @@ void writeFile(const AppSettings& settings)
         throw libconfig::FileIOException();
     Replacement replacement(target);
     if (replaces)
-        ::fchmod(::fileno(replacement.file()), status.st_mode & permissionBits);
+        keepOwnersAndPermissions(::fileno(replacement.file()), status);
     else
         openToFoldersGroup(::fileno(replacement.file()), folder);
     config.write(replacement.file());

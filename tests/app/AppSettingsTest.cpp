@@ -17,7 +17,9 @@
 #include <csignal>
 #include <cstring>
 #include <limits>
+#include <vector>
 
+#include <grp.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -101,6 +103,28 @@ private:
     mode_t _before;
 };
 
+constexpr uid_t nobody = 65534;
+constexpr gid_t users = 100;
+
+/// Makes the process a member of the group users, besides its own, until the end of the test. For root only.
+class GroupOfUsers
+{
+public:
+    GroupOfUsers()
+        : _before(static_cast<std::size_t>(::getgroups(0, nullptr)))
+    {
+        ::getgroups(static_cast<int>(_before.size()), _before.data());
+        EXPECT_EQ(::setgroups(1, &users), 0);
+    }
+    ~GroupOfUsers() { ::setgroups(_before.size(), _before.data()); }
+
+    GroupOfUsers(const GroupOfUsers&) = delete;
+    GroupOfUsers& operator=(const GroupOfUsers&) = delete;
+
+private:
+    std::vector<gid_t> _before;
+};
+
 class AppSettingsTest : public testing::Test
 {
 protected:
@@ -169,12 +193,14 @@ protected:
         return settingsFolder().entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    static mode_t permissionsOfTheFile()
+    static struct stat statusOfTheFile()
     {
         struct stat status = {};
         EXPECT_EQ(::stat(settingsFilePath().toUtf8(), &status), 0);
-        return status.st_mode & 0777;
+        return status;
     }
+
+    static mode_t permissionsOfTheFile() { return statusOfTheFile().st_mode & 0777; }
 
     static void parse(libconfig::Config& config) { config.readFile(settingsFilePath().toUtf8().constData()); }
 };
@@ -666,6 +692,36 @@ TEST_F(AppSettingsTest, TheFileKeepsItsPermissions)
     ASSERT_EQ(::chmod(settingsFilePath().toUtf8(), 0600), 0);
     saveSettings();
     EXPECT_EQ(permissionsOfTheFile(), 0600U);
+}
+
+TEST_F(AppSettingsTest, AFileThatRootSavesStaysItsOwners)
+{
+    writeFile(settingsFilePath(), completeFile);
+    if (::chown(settingsFilePath().toUtf8(), nobody, users) != 0)
+        GTEST_SKIP() << "only root may give files away";
+    saveSettings();
+    EXPECT_EQ(statusOfTheFile().st_uid, nobody);
+    EXPECT_EQ(statusOfTheFile().st_gid, users);
+}
+
+TEST_F(AppSettingsTest, AFileThatCannotBeGivenBackToItsOwnerStaysItsGroups)
+{
+    writeFile(settingsFilePath(), completeFile);
+    ASSERT_EQ(::chmod(settingsFilePath().toUtf8(), 0664), 0);
+    if (::chown(settingsFilePath().toUtf8(), nobody, users) != 0)
+        GTEST_SKIP() << "only root may give files away";
+    const GroupOfUsers member;
+    const BindingPermissions permissions;
+    if (!permissions.inForce())
+        GTEST_SKIP() << "root may write everything";
+    setAll();
+    saveSettings();
+    settings() = AppSettings();
+    loadSettings();
+    expectAll();
+    EXPECT_EQ(statusOfTheFile().st_uid, ::geteuid());
+    EXPECT_EQ(statusOfTheFile().st_gid, users);
+    EXPECT_EQ(permissionsOfTheFile(), 0664U);
 }
 
 TEST_F(AppSettingsTest, AFileThatOthersMayWriteStaysSoWhateverTheMaskOfWhoSaves)

@@ -9,8 +9,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-/// While it lives, file permissions bind this thread as they bind any user: root gives up the right to pass over them.
-/// Files that the thread makes are still root's own.
+/// While it lives, file permissions bind this thread as they bind any user: root gives up the right to pass over them,
+/// and to give files to others. Files that the thread makes are still root's own.
 class BindingPermissions
 {
 public:
@@ -21,7 +21,7 @@ public:
         // Without this bit access() answers with the rights that root could have instead of those that it has.
         const bool fixed = ::prctl(PR_SET_SECUREBITS, _securebits | SECBIT_NO_SETUID_FIXUP) == 0;
         __user_cap_data_struct reduced[_LINUX_CAPABILITY_U32S_3] = {_before[0], _before[1]};
-        reduced[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH);
+        reduced[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH | 1U << CAP_CHOWN);
         _inForce = ::syscall(SYS_capset, &_header, reduced) == 0 && (fixed || ::getuid() != 0);
     }
 
