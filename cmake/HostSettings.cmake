@@ -32,6 +32,9 @@ set(VYR_INSTALL_INCLUDE_DIR "${CMAKE_INSTALL_INCLUDEDIR}/vyr-dashboard")
 
 set(THREADS_PREFER_PTHREAD_FLAG ON)
 
+# For what looks at files: without these, a 32-bit system cannot at one with a large number or a date after 2038.
+set(VYR_LARGE_FILES _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor)
 # Clang's own reading of -Wpedantic, which Qt's logging macros do not follow.
 add_compile_options($<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)

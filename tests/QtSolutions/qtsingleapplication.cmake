@@ -11,4 +11,12 @@ if(NOT imported)
         SOURCES SingleApplicationTest.cpp
         LIBRARIES QtSingleApplication Qt5::Network)
     add_dependencies(SingleApplicationTest SingleApplicationProgram)
+
+    add_host_test(InstanceLockTest QT
+        SOURCES
+            ${PROJECT_SOURCE_DIR}/tests/support/CoreApplicationMain.cpp
+            InstanceLockTest.cpp
+        LIBRARIES QtSingleApplication)
+    # It stands in for one of these calls, which then has the same name as in the library.
+    target_compile_definitions(InstanceLockTest PRIVATE ${VYR_LARGE_FILES})
 endif()

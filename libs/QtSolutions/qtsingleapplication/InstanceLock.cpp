@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cerrno>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -17,13 +18,17 @@
 
 namespace {
 
-/// Whether the open file still goes by its name; somebody may have removed it before it was locked.
-bool hasName(int descriptor, const QByteArray& path)
+/// Whether the open file still goes by its name; somebody may have removed it before it was locked. Empty where that
+/// cannot be seen.
+std::optional<bool> hasName(int descriptor, const QByteArray& path)
 {
     struct stat open = {};
+    if (::fstat(descriptor, &open) != 0)
+        return std::nullopt;
     struct stat named = {};
-    return ::fstat(descriptor, &open) == 0 && ::lstat(path.constData(), &named) == 0 && open.st_dev == named.st_dev
-        && open.st_ino == named.st_ino;
+    if (::lstat(path.constData(), &named) != 0)
+        return errno == ENOENT ? std::make_optional(false) : std::nullopt;
+    return open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 } // namespace
@@ -49,9 +54,14 @@ InstanceLock::Outcome InstanceLock::acquire(const QString& path)
             release();
             return held ? Outcome::HeldByAnother : Outcome::Impossible;
         }
-        if (hasName(_descriptor, nativePath))
+        const std::optional<bool> named = hasName(_descriptor, nativePath);
+        if (named == true)
             return Outcome::Acquired;
         release();
+        if (!named.has_value()) {
+            qCWarning(instanceLog) << "Cannot look at" << path;
+            return Outcome::Impossible;
+        }
     }
 }
 
