@@ -675,8 +675,10 @@ TEST_F(ApplicationWindowTest, AboutSaysWhatTheProgramIs)
     EXPECT_TRUE(text.startsWith("<h1>VYR Dashboard</h1><h3>Version 1.0.35.226</h3>"
                                 "<p>A modular system for building advanced vision systems.</p><small><p>"));
     EXPECT_TRUE(text.endsWith("</small>"));
-    EXPECT_TRUE(text.contains("<p>License: <a style=color:white "));
-    EXPECT_TRUE(text.contains("<p>You can learn more about this application at: <a style=color:white "));
+    EXPECT_TRUE(text.contains(QString("<p>License: <a style=color:white href=\"%1\">").arg(Vendor::licenceTerms)));
+    EXPECT_TRUE(text.contains(QString("<p>You can learn more about this application at: "
+                                      "<a style=color:white href=\"%1\">")
+                                  .arg(Vendor::webSite)));
     EXPECT_TRUE(text.contains(Vendor::organizationName));
     EXPECT_TRUE(text.contains("WITHOUT ANY WARRANTY; without even the implied warranty of MERCHANTABILITY or FITNESS "
                               "FOR A PARTICULAR PURPOSE."));

@@ -102,6 +102,16 @@ TEST_F(ProgramTest, ClosingTheWindowStopsTheAppThenWritesTheSettingsAndEndsWithZ
     EXPECT_EQ(savedApp(), "Close");
 }
 
+TEST_F(ProgramTest, AppsFindItsFontAndTheLanguageOfTheUser)
+{
+    TestApps::install("Witness", folder(), "WitnessApp.so");
+    EXPECT_EQ(exitCode(start("de")), 0);
+    QFile witness(folder().filePath("witness"));
+    ASSERT_TRUE(witness.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(witness.readLine().startsWith("Segoe UI,9,"));
+    EXPECT_EQ(witness.readLine(), "&Einstellungen\n");
+}
+
 TEST_F(ProgramTest, WhatAnAcceptedAppThrowsEndsIt)
 {
     TestApps::install("Throw", folder(), "ThrowApp.so");

@@ -45,12 +45,14 @@ protected:
 
     void makeSettingsFolder() { ASSERT_TRUE(folder().mkdir("settings")); }
 
-    QProcess& start()
+    /// Starts an instance of a user with this language.
+    QProcess& start(const QString& language = "en")
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("TMPDIR", _folder.path());
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         environment.insert("LD_LIBRARY_PATH", LIBRARY_FOLDERS);
+        environment.insert("LANGUAGE", language);
         overlookOffscreenLeaks(environment, folder());
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(environment);
