@@ -14,6 +14,7 @@
 
 #include <QDialogButtonBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -68,6 +69,9 @@ void SettingsDialog::setCurrentTab(int index)
 
 void SettingsDialog::accept()
 {
+    if (_accepting)
+        return;
+    const QScopedValueRollback<bool> accepting(_accepting, true);
     // The mode before the app: an app that is switched to must start in the mode that was chosen with it.
     if (_cameraTab != nullptr && _host->cameraDevice()->IsOpen())
         acceptResolution();

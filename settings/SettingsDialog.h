@@ -36,7 +36,8 @@ class QTabWidget;
 /// Ok, and a double-click on an app: first ResolutionChanged() if the user changed the capture mode, then the
 /// mode goes into the settings record and the settings file is written, then AppChanged() if another app is
 /// selected. Both signals are meant for direct connections: the mode is in effect before the app is switched.
-/// Cancel and the close button do nothing of it.
+/// Cancel and the close button do nothing of it. An app that lets events be handled while it is called cannot have the
+/// choices reported again: another Ok, while one is being handled, does nothing.
 ///
 /// Ownership: borrows the host, which must outlive the dialog; owns its tabs, also those that apps have
 /// added.
@@ -83,6 +84,7 @@ private:
 
     QList<AppInfo> _appInfoList;
     int _currentAppIndex = -1;
+    bool _accepting = false; // while Ok is being handled
     HostEnvironmentInterface* const _host;
     QDialogButtonBox* _buttonBox = nullptr;
     QTabWidget* _tabWidget = nullptr;

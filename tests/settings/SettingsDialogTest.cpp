@@ -395,6 +395,27 @@ TEST_F(SettingsDialogTest, ModeIsHandledBeforeTheApp)
     EXPECT_EQ(changedApp, 1);
 }
 
+// As when an app handles events while it starts, and the user clicks once more.
+TEST_F(SettingsDialogTest, OkWhileOkIsHandledDoesNothing)
+{
+    build(twoApps, 0, true);
+    show(1);
+    QTest::keyClick(widthSpinBox(), Qt::Key_Up);
+    dialog->setCurrentTab(0);
+    clickApp(1);
+    const auto clickOnceMore = [this] {
+        if (order.size() < 4) // or it would go on for ever
+            click(QDialogButtonBox::Ok);
+        EXPECT_TRUE(dialog->isVisible());
+    };
+    QObject::connect(dialog.get(), &SettingsDialog::ResolutionChanged, dialog.get(), clickOnceMore);
+    QObject::connect(dialog.get(), &SettingsDialog::AppChanged, dialog.get(), clickOnceMore);
+    click(QDialogButtonBox::Ok);
+    EXPECT_EQ(order.join(' '), QStringLiteral("mode app"));
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
 TEST_F(SettingsDialogTest, OtherAppAloneIsReportedWithoutWriting)
 {
     build(twoApps, 1, false);
