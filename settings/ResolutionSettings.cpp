@@ -117,13 +117,17 @@ void ResolutionSettings::intPropertyValueChanged(QtProperty* property, int value
 
 void ResolutionSettings::enumPropertyValueChanged(QtProperty*, int index)
 {
+    if (_updating)
+        return;
     _modified = true;
     const int binning = binningCodeByName().value(binningNames().value(index));
-    _visualization->setSensorBinning(binning);
-    if (_resolution.binning != binning) {
+    if (!_table.largest(binning)) {
         qCDebug(settingsLog) << "No mode of binning" << binning;
-        showBinning();
+        showBinning(_binningIndex);
+        return;
     }
+    _binningIndex = index;
+    _visualization->setSensorBinning(binning);
 }
 
 void ResolutionSettings::createProperties()
@@ -224,8 +228,7 @@ void ResolutionSettings::setResolution(const VYRResolutionInfo& resolution)
     _resolution = resolution;
     if (!showSizeAndFrameRate())
         return;
-    const QScopedValueRollback<bool> updating(_updating, true);
-    showBinning();
+    showBinning(binningNames().indexOf(binningName(resolution.binning)));
     _visualization->setCameraResolution(resolution);
 }
 
@@ -247,9 +250,11 @@ bool ResolutionSettings::showSizeAndFrameRate()
     return true;
 }
 
-void ResolutionSettings::showBinning()
+void ResolutionSettings::showBinning(int index)
 {
-    _enumManager->setValue(_binning, binningNames().indexOf(binningName(_resolution.binning)));
+    const QScopedValueRollback<bool> updating(_updating, true);
+    _binningIndex = index;
+    _enumManager->setValue(_binning, index);
 }
 
 // Moves on from `value` to the next supported width or height, or back when there is none.

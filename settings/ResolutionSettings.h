@@ -63,7 +63,7 @@ private:
     QWidget* createFrameRateRow();
     void setResolution(const VYRResolutionInfo& resolution);
     bool showSizeAndFrameRate();
-    void showBinning();
+    void showBinning(int index);
     void editSize(QtProperty* property, int value, bool byHeight);
     float frameRateFor(const VYRResolutionInfo& mode) const;
 
@@ -71,6 +71,7 @@ private:
     bool _modified = false;
     bool _updating = false; // while the editor sets property values itself
     VYRResolutionInfo _resolution;
+    int _binningIndex = 0; // of the name that is shown
 
     QtIntPropertyManager* const _intManager;
     QtEnumPropertyManager* const _enumManager;

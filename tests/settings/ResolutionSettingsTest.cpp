@@ -279,6 +279,34 @@ TEST_F(ResolutionSettingsTest, BinningWithoutModesRestoresTheOneBefore)
     EXPECT_TRUE(editor->isModified());
 }
 
+TEST_F(ResolutionSettingsTest, BinningWithoutModesKeepsAModeThatIsNotInTheTable)
+{
+    const VYRResolutionInfo odd{700, 400, 0, 25.0F, 0.5F, 60.0F};
+    show(odd);
+    QTest::keyClick(binning, Qt::Key_Down); // 1x2, of which there is no mode
+    EXPECT_EQ(binning->currentText(), QStringLiteral("1x1"));
+    EXPECT_EQ(editor->resolution(), odd);
+    EXPECT_EQ(picture->cameraResolution(), odd);
+    EXPECT_EQ(picture->sensorBinning(), 0);
+    EXPECT_TRUE(editor->isModified());
+}
+
+TEST_F(ResolutionSettingsTest, BinningWithoutModesRestoresWhatWasShownForAnUnknownOne)
+{
+    const VYRResolutionInfo odd{300, 200, 3, 25.0F, 1.0F, 60.0F};
+    show(odd);
+    const QString shown = binning->currentText();
+    QTest::keyClicks(binning, QStringLiteral("4x1"));
+    EXPECT_EQ(binning->currentText(), shown);
+    EXPECT_EQ(editor->resolution(), odd);
+    EXPECT_EQ(picture->sensorBinning(), 3);
+
+    QTest::keyClick(binning, Qt::Key_End); // 4x4
+    QTest::keyClick(binning, Qt::Key_Up);  // 4x2, of which there is no mode
+    EXPECT_EQ(binning->currentText(), QStringLiteral("4x4"));
+    EXPECT_EQ(editor->resolution(), testModes().at(7));
+}
+
 TEST_F(ResolutionSettingsTest, UnknownBinningLeavesThePropertiesUntouchedAndSizeEditsDoNothing)
 {
     const VYRResolutionInfo odd{300, 200, 3, 25.0F, 1.0F, 60.0F};
