@@ -8,7 +8,6 @@
 #include <camera/VYRLibrary.h>
 
 #include <algorithm>
-#include <cstdint>
 
 namespace {
 
@@ -41,6 +40,12 @@ std::optional<VYRResolutionInfo> least(const std::vector<VYRResolutionInfo>& mod
 bool acceptAll(const VYRResolutionInfo&)
 {
     return true;
+}
+
+// Whether `mode` has exactly this `height` or, `byHeight`, exactly this `width`.
+bool inRow(const VYRResolutionInfo& mode, int width, int height, bool byHeight)
+{
+    return byHeight ? mode.width == width : mode.height == height;
 }
 
 std::vector<VYRResolutionInfo> modesOfCamera()
@@ -108,8 +113,7 @@ std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int he
     if (found == nullptr)
         return std::nullopt;
     return least(
-        found->modes,
-        [=](const VYRResolutionInfo& mode) { return byHeight ? mode.width == width : mode.height == height; },
+        found->modes, [=](const VYRResolutionInfo& mode) { return inRow(mode, width, height, byHeight); },
         [=](const VYRResolutionInfo& mode) {
             return byHeight ? squaredDistance(mode.height, height) : squaredDistance(mode.width, width);
         });
@@ -118,25 +122,20 @@ std::optional<VYRResolutionInfo> ResolutionTable::nearestInRow(int width, int he
 std::optional<VYRResolutionInfo> ResolutionTable::nextInRow(const VYRResolutionInfo& current, int value,
                                                             bool byHeight) const
 {
-    const std::optional<ResolutionLimits> range = limits(current.binning);
-    if (!range)
+    const Slot* found = slot(current.binning);
+    if (found == nullptr)
         return std::nullopt;
-    const std::int64_t low = byHeight ? range->minHeight : range->minWidth;
-    const std::int64_t high = byHeight ? range->maxHeight : range->maxWidth;
-    const int step = value > (byHeight ? current.height : current.width) ? 1 : -1;
-    for (std::int64_t candidate = value; step > 0 ? candidate <= high : candidate >= low; candidate += step) {
-        const int extent = static_cast<int>(candidate);
-        const std::optional<VYRResolutionInfo> found = byHeight
-                                                         ? nearestInRow(current.width, extent, current.binning, true)
-                                                         : nearestInRow(extent, current.height, current.binning, false);
-        if (!found)
-            return std::nullopt;
-        // The nearest mode in the direction of the search is the one that the search would come to first.
-        const std::int64_t ahead = ((byHeight ? found->height : found->width) - candidate) * step;
-        if (ahead >= 0)
-            return found;
-    }
-    return std::nullopt;
+    const auto extent = [byHeight](const VYRResolutionInfo& mode) { return byHeight ? mode.height : mode.width; };
+    const double direction = value > extent(current) ? 1.0 : -1.0;
+    const auto ahead = [=](const VYRResolutionInfo& mode) {
+        return (static_cast<double>(extent(mode)) - value) * direction;
+    };
+    return least(
+        found->modes,
+        [&](const VYRResolutionInfo& mode) {
+            return inRow(mode, current.width, current.height, byHeight) && ahead(mode) >= 0.0;
+        },
+        ahead);
 }
 
 const ResolutionTable::Slot* ResolutionTable::slot(int binning) const

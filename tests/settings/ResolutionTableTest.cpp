@@ -135,6 +135,20 @@ TEST(ResolutionTableTest, NextInRowIsNotDrawnBackByATie)
     EXPECT_EQ(table.nextInRow(mode(110, 100, 0), 100, false), mode(90, 100, 0));
 }
 
+// The search must not go through all the widths between, which would take seconds.
+TEST(ResolutionTableTest, NextInRowCrossesAHugeGap)
+{
+    const ResolutionTable table({mode(4, 240, 0), mode(2000000000, 240, 0)});
+    EXPECT_EQ(table.nextInRow(mode(4, 240, 0), 8, false), mode(2000000000, 240, 0));
+    EXPECT_EQ(table.nextInRow(mode(2000000000, 240, 0), 1999999996, false), mode(4, 240, 0));
+}
+
+TEST(ResolutionTableTest, NextInRowKeepsTheFirstOnATie)
+{
+    const ResolutionTable table({mode(90, 100, 0), mode(110, 100, 0, 10), mode(110, 100, 0, 20)});
+    EXPECT_EQ(table.nextInRow(mode(90, 100, 0), 94, false), mode(110, 100, 0, 10));
+}
+
 TEST(ResolutionTableTest, NextInRowGivesUpPastTheLimits)
 {
     const ResolutionTable table(testModes());
