@@ -8,16 +8,58 @@
 
 #include <gtest/gtest.h>
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QImage>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <memory>
 
 namespace {
+
+/// Counts how often a widget is painted, by itself and not for a picture of it.
+class PaintCounter final : public QObject
+{
+public:
+    explicit PaintCounter(QWidget& widget)
+        : _widget(widget)
+    {
+        _widget.installEventFilter(this);
+    }
+
+    /// How often the widget is painted for what `change` does to it.
+    int paintsAfter(const std::function<void()>& change)
+    {
+        paintWhatIsDue();
+        _paints = 0;
+        change();
+        paintWhatIsDue();
+        return _paints;
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++_paints;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    // At once, instead of when the window system next asks for it.
+    void paintWhatIsDue()
+    {
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(_widget.window(), &request);
+    }
+
+    QWidget& _widget;
+    int _paints = 0;
+};
 
 class ResolutionVisualizationTest : public testing::Test
 {
@@ -126,22 +168,37 @@ TEST_F(ResolutionVisualizationTest, SensorPropertiesRepaint)
 {
     show({320, 240, 0, 30.0F, 1.0F, 60.0F});
     EXPECT_EQ(pixel(250, 250), QColor(96, 96, 96));
-    picture->setProperty("sensorPixelSize", 250.0F);
+    PaintCounter paints(*picture);
+    EXPECT_EQ(paints.paintsAfter([this] { picture->setProperty("sensorPixelSize", 250.0F); }), 1);
     EXPECT_FLOAT_EQ(picture->property("sensorPixelSize").toFloat(), 250.0F);
     EXPECT_EQ(pixel(280, 260), QColor(32, 32, 32));
     EXPECT_NE(pixel(50, 50), QColor(96, 96, 96));
-    picture->setProperty("sensorResolution", QSize(320, 240)); // the window now fills the picture
+    // The window now fills the picture.
+    EXPECT_EQ(paints.paintsAfter([this] { picture->setProperty("sensorResolution", QSize(320, 240)); }), 1);
     EXPECT_EQ(pixel(50, 50), QColor(96, 96, 96));
+    EXPECT_EQ(paints.paintsAfter([this] { picture->setProperty("sensorGrayscale", false); }), 1);
+    EXPECT_EQ(paints.paintsAfter([this] { picture->setProperty("sensorBinning", 9); }), 1); // without modes
 }
 
 TEST_F(ResolutionVisualizationTest, SettingTheModeRepaintsAndIsSilent)
 {
     show(mode752x480());
     const VYRResolutionInfo small{320, 240, 0, 30.0F, 1.0F, 60.0F};
-    picture->setProperty("cameraResolution", QVariant::fromValue(small));
+    EXPECT_EQ(PaintCounter(*picture).paintsAfter(
+                  [&] { picture->setProperty("cameraResolution", QVariant::fromValue(small)); }),
+              1);
     EXPECT_EQ(picture->property("cameraResolution").value<VYRResolutionInfo>(), small);
     EXPECT_LT(pixel(50, 50).red(), 20);
     EXPECT_TRUE(committed.empty());
+}
+
+TEST_F(ResolutionVisualizationTest, CommittedModeRepaints)
+{
+    show(mode752x480());
+    PaintCounter paints(*picture);
+    EXPECT_EQ(paints.paintsAfter([this] { picture->commitResolution(mode640x480()); }), 1);
+    EXPECT_EQ(paints.paintsAfter([this] { QTest::keyClick(picture.get(), Qt::Key_Right); }), 1);
+    ASSERT_EQ(committed.size(), 2U);
 }
 
 TEST_F(ResolutionVisualizationTest, ResizedPictureIsDrawnAnew)
@@ -287,6 +344,19 @@ TEST_F(ResolutionVisualizationTest, MoveThatLeavesTheDraggedWindowDoesNothing)
     move({751, 100}); // the same window: not even looked up
     EXPECT_EQ(committed.size(), 2U);
     release({751, 100});
+}
+
+TEST_F(ResolutionVisualizationTest, EveryMoveThatChangesTheDraggedWindowRepaints)
+{
+    show(mode640x480()); // x 56 to 695
+    PaintCounter paints(*picture);
+    press({695, 240});
+    EXPECT_EQ(paints.paintsAfter([this] { move({700, 240}); }), 1);
+    EXPECT_TRUE(committed.empty());
+    EXPECT_EQ(paints.paintsAfter([this] { move({745, 240}); }), 1);
+    EXPECT_EQ(committed.size(), 2U);
+    EXPECT_EQ(paints.paintsAfter([this] { move({745, 100}); }), 0); // the same window
+    release({745, 100});
 }
 
 TEST_F(ResolutionVisualizationTest, DragFarBeyondTheScreenEndsAtTheSensor)
