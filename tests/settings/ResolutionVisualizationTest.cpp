@@ -126,13 +126,19 @@ TEST_F(ResolutionVisualizationTest, BorderIsHalfTransparentAndTheWindowDotted)
     // White at alpha 0.5 on a darkened cell of 17.
     EXPECT_NEAR(pixel(0, 10).red(), 136, 2);
     EXPECT_NEAR(pixel(751, 10).red(), (255 + 12) / 2.0, 4);
-    int white = 0;
-    int other = 0;
     const QImage image = picture->grab().toImage();
-    for (int y = 130; y < 350; ++y)
-        (image.pixelColor(216, y) == QColor(Qt::white) ? white : other) += 1;
-    EXPECT_GT(white, 50);
-    EXPECT_GT(other, 50);
+    const auto whiteInColumn = [&image](int x) {
+        int white = 0;
+        for (int y = 130; y < 350; ++y)
+            white += image.pixelColor(x, y) == QColor(Qt::white) ? 1 : 0;
+        return white;
+    };
+    for (const int x : {215, 216}) { // two pixels wide
+        EXPECT_GT(whiteInColumn(x), 50);
+        EXPECT_LT(whiteInColumn(x), 170);
+    }
+    EXPECT_EQ(whiteInColumn(214), 0);
+    EXPECT_EQ(whiteInColumn(217), 0);
     EXPECT_EQ(image.pixelColor(250, 250), QColor(96, 96, 96)); // the window is not filled
 }
 
