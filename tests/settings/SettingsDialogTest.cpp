@@ -23,6 +23,7 @@
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLayout>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QPushButton>
@@ -105,6 +106,7 @@ protected:
                          [this](VYRResolutionInfo mode) {
                              changedMode = mode;
                              order << QStringLiteral("mode");
+                             recordAtModeChange = AppSettings::instance();
                              writtenAtModeChange = fileWritten();
                          });
         QObject::connect(dialog.get(), &SettingsDialog::AppChanged, dialog.get(), [this](int index) {
@@ -156,6 +158,7 @@ protected:
     QStringList order;
     VYRResolutionInfo changedMode{};
     int changedApp = -1;
+    AppSettings recordAtModeChange;
     bool writtenAtModeChange = false;
     bool writtenAtAppChange = false;
 };
@@ -219,6 +222,7 @@ TEST_F(SettingsDialogTest, SizeIsFixedAndAtLeast600By450)
         EXPECT_GE(dialog->height(), dialog->sizeHint().height());
         EXPECT_EQ(dialog->minimumSize(), dialog->maximumSize());
         EXPECT_EQ(dialog->size(), dialog->minimumSize());
+        EXPECT_EQ(dialog->layout()->sizeConstraint(), QLayout::SetNoConstraint);
     }
 }
 
@@ -254,7 +258,9 @@ TEST_F(SettingsDialogTest, AppsStandInARowWithTheCurrentOneSelected)
     EXPECT_FALSE(list->isWrapping());
     EXPECT_EQ(list->movement(), QListView::Static);
     EXPECT_EQ(list->styleSheet(), QStringLiteral("QListWidget::item{padding:6px;}"));
-    EXPECT_EQ(list->parentWidget()->findChild<QLabel*>()->text(), QStringLiteral("Available Apps/Plugins"));
+    const auto* caption = list->parentWidget()->findChild<QLabel*>();
+    EXPECT_EQ(caption->text(), QStringLiteral("Available Apps/Plugins"));
+    EXPECT_LT(caption->geometry().bottom(), list->geometry().top());
     EXPECT_EQ(list->visualItemRect(list->item(0)).top(), list->visualItemRect(list->item(1)).top());
 }
 
@@ -287,7 +293,9 @@ TEST_F(SettingsDialogTest, DevicesTabShowsTheIdentityOfTheCamera)
     EXPECT_EQ(tree->headerItem()->text(0), QStringLiteral("Title"));
     EXPECT_EQ(tree->headerItem()->text(1), QStringLiteral("Details"));
     EXPECT_EQ(tree->columnWidth(0), 200);
-    EXPECT_EQ(tree->parentWidget()->findChild<QLabel*>()->text(), QStringLiteral("Available Devices"));
+    const auto* caption = tree->parentWidget()->findChild<QLabel*>();
+    EXPECT_EQ(caption->text(), QStringLiteral("Available Devices"));
+    EXPECT_LT(caption->geometry().bottom(), tree->geometry().top());
     const QTreeWidgetItem* device = tree->topLevelItem(0);
     EXPECT_EQ(device->text(0), QStringLiteral("VYR Device"));
     EXPECT_EQ(device->flags(), Qt::ItemIsEnabled);
@@ -334,16 +342,22 @@ TEST_F(SettingsDialogTest, ChangedModeIsReportedThenRecordedAndWritten)
     build(twoApps, 0, true);
     show(1);
     QTest::keyClick(widthSpinBox(), Qt::Key_Up);
+    QTest::keyClick(dialog->findChild<QSlider*>(), Qt::Key_Right);
     click(QDialogButtonBox::Ok);
 
     EXPECT_EQ(order.join(' '), QStringLiteral("mode"));
-    EXPECT_EQ(changedMode, mode752x480());
+    EXPECT_EQ(changedMode, (VYRResolutionInfo{752, 480, 0, 31.0F, 0.5F, 60.0F}));
+    const AppSettings before;
+    EXPECT_EQ(recordAtModeChange.width, before.width);
+    EXPECT_EQ(recordAtModeChange.height, before.height);
+    EXPECT_EQ(recordAtModeChange.binning, before.binning);
+    EXPECT_FLOAT_EQ(recordAtModeChange.fps, before.fps);
     EXPECT_FALSE(writtenAtModeChange);
     const AppSettings& settings = AppSettings::instance();
     EXPECT_EQ(settings.width, 752);
     EXPECT_EQ(settings.height, 480);
     EXPECT_EQ(settings.binning, 0);
-    EXPECT_FLOAT_EQ(settings.fps, 30.0F);
+    EXPECT_FLOAT_EQ(settings.fps, 31.0F);
     QFile file(settingsFilePath());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().contains("Width = 752"));
