@@ -21,8 +21,9 @@ Function* libraryFunction(const char* name)
 
 } // namespace
 
-LibraryTap::LibraryTap(VYRCameraDevice& device)
+LibraryTap::LibraryTap(VYRCameraDevice& device, const std::atomic<std::uint64_t>& delivered)
     : _device(device)
+    , _delivered(delivered)
 {
     for (std::size_t i = 0; i < frameCount; ++i) {
         _frames[i] = device.FrameCache().Acquire();
@@ -51,6 +52,8 @@ bool LibraryTap::start(void* handle, VYRFrameCallback callback, void* userData, 
 {
     _callback = callback;
     _userData = userData;
+    _lent = 0;
+    _deliveredBefore = _delivered;
     static auto* const startLibrary = libraryFunction<decltype(StartVYR)>("StartVYR");
     return startLibrary(handle, &LibraryTap::onCallback, this, enabled);
 }
@@ -91,22 +94,38 @@ void LibraryTap::passOn(const VYRFrameRecord& record)
     numbered->head = record;
     numbered->number = _counts.emitted;
     _accepted = false;
+    // Asked beforehand: nobody else takes frames of the pool, so that the node finds no fewer.
+    const bool mayFindNone = poolMayBeEmpty();
+    const bool streamedBefore = _streaming;
     _callback(&numbered->head, _userData);
+    const bool streamedAllTheWhile = streamedBefore && _streaming;
 
     const auto frame = std::find_if(_frames.begin(), _frames.end(), [numbered](const StereoFrame* candidate) {
         return candidate->record == &numbered->head;
     });
+    const bool lent = frame != _frames.end();
     // cppcheck-suppress knownConditionTrueFalse ; set by the receiver of the node's signal
     if (!_accepted)
         ++_counts.ignored;
-    else if (frame == _frames.end())
+    else if (!lent)
         ++_counts.poolEmpty;
-    if (frame != _frames.end()) {
+    if (streamedAllTheWhile && !lent && (!_accepted || !mayFindNone))
+        ++_counts.baseless;
+    if (lent) {
+        ++_lent;
         if (_queueIsFull)
             ++_counts.metFull;
         std::swap(_recordOfFrame[static_cast<std::size_t>(frame - _frames.begin())], _spare);
     }
     _emitted.store(_counts.emitted, std::memory_order_relaxed);
+}
+
+/// Reckoned from what went through here, for the pool itself may be what is wrong.
+bool LibraryTap::poolMayBeEmpty() const
+{
+    const std::uint64_t takenUp = _delivered - _deliveredBefore;
+    const std::uint64_t released = takenUp > 0 ? takenUp - 1 : 0; // at least: the last one may still be in use
+    return _lent - released >= frameCount;
 }
 
 // The camera node finds these in the program before it finds the library's.

@@ -26,6 +26,7 @@ struct FrameCounts
     std::uint64_t emitted = 0;    ///< callbacks of the library
     std::uint64_t ignored = 0;    ///< came while the node was not streaming yet, or not any more
     std::uint64_t poolEmpty = 0;  ///< got no frame of the pool
+    std::uint64_t baseless = 0;   ///< of these two: while the node was streaming and the pool had a frame
     std::uint64_t metFull = 0;    ///< got a frame of the pool and found 31 queued
     std::uint64_t refused = 0;    ///< slots that are neither free nor queued when the camera stops
     std::uint64_t leftQueued = 0; ///< still queued when the camera stops
@@ -40,7 +41,8 @@ struct FrameCounts
 class LibraryTap
 {
 public:
-    explicit LibraryTap(VYRCameraDevice& device);
+    /// `delivered` counts the frames that the consumer has taken up; it releases each before it takes up the next.
+    LibraryTap(VYRCameraDevice& device, const std::atomic<std::uint64_t>& delivered);
     ~LibraryTap();
     LibraryTap(const LibraryTap&) = delete;
     LibraryTap& operator=(const LibraryTap&) = delete;
@@ -48,6 +50,10 @@ public:
     const FrameCounts& counts() const { return _counts; }
 
     std::uint64_t emitted() const { return _emitted.load(std::memory_order_relaxed); }
+
+    /// Between true and false the node has no reason to ignore a frame, nor to drop one that the pool has a place for:
+    /// said when it has started, and taken back before it is stopped.
+    void setStreaming(bool streaming) { _streaming = streaming; }
 
     /// Whether every frame of the idle device's pool is free and there.
     bool poolIsWhole();
@@ -61,8 +67,10 @@ private:
 
     static void onCallback(const VYRFrameRecord* record, void* userData);
     void passOn(const VYRFrameRecord& record);
+    bool poolMayBeEmpty() const;
 
     VYRCameraDevice& _device;
+    const std::atomic<std::uint64_t>& _delivered;
     VYRFrameCallback _callback = nullptr;
     void* _userData = nullptr;
     std::array<StereoFrame*, frameCount> _frames{};
@@ -76,6 +84,12 @@ private:
     // Of the frame that is just being passed on:
     bool _accepted = false;    ///< the node has announced it
     bool _queueIsFull = false; ///< and that the queue takes no more
+
+    // Since the latest start:
+    std::uint64_t _lent = 0; ///< frames of the pool
+    std::uint64_t _deliveredBefore = 0;
+    std::atomic<bool> _streaming{false};
+
     FrameCounts _counts;
     std::atomic<std::uint64_t> _emitted{0};
 };

@@ -106,7 +106,7 @@ public:
     Soak(const Options& options, const VYRResolutionInfo& mode)
         : _options(options)
         , _device(mode.binning, mode.width, mode.height, mode.fps)
-        , _tap(_device)
+        , _tap(_device, _delivered.frames)
     {
     }
 
@@ -134,21 +134,28 @@ private:
     void runOnce(std::uint64_t start)
     {
         const FrameCounts before = _tap.counts();
+        const std::uint64_t deliveredBefore = _delivered.frames;
         ImageProcessingPipeline pipeline;
         pipeline.AddNode(&_device);
         pipeline.AddNode(new UnevenWorker(_tap, _delivered, mannerOf(start)));
         pipeline.Start();
+        _tap.setStreaming(true);
         const bool heard = waitForFrames(_tap, _options.frames * start / _options.starts);
+        // A library that catches up may have called back as often before the worker's first turn.
+        const bool delivers = waitFor([&] { return _delivered.frames > deliveredBefore; }, longestSilence);
+        _tap.setStreaming(false);
         pipeline.Stop();
         pipeline.RemoveNode(&_device); // the worker goes with the pipeline, since it can be started only once
 
         const FrameCounts& counts = _tap.counts();
         _problems.expect(heard, "the camera library has gone silent", start);
+        _problems.expect(delivers, "nothing was delivered", start);
         _problems.expect(counts.emitted == accountedFor(counts, _delivered), "frames are unaccounted for", start);
         // For this start alone: where a full queue had room again by the time of the push, a slot could hide that is
         // lost at another start.
         _problems.expect(counts.refused - before.refused <= counts.metFull - before.metFull,
                          "a slot was lost without a full queue", start);
+        _problems.expect(counts.baseless == 0, "a frame was dropped for no reason", start);
         _problems.expect(_tap.poolIsWhole(), "the pool has not regained all its slots", start);
         _problems.expect(_device.Size() == 0, "the queue is not empty after the stop", start);
         _problems.expect(_delivered.outOfOrder == 0, "frames came out of order", start);
@@ -181,7 +188,7 @@ private:
                         growth);
         };
         count("frames", counts.emitted, "called back by the library");
-        count("  delivered", _delivered.frames, "to the worker");
+        count("  delivered", _delivered.frames.load(), "to the worker");
         count("  pool empty", counts.poolEmpty, "dropped, all 32 being out");
         count("  refused", counts.refused, "by a full queue, each with its slot until the stop");
         count("  left queued", counts.leftQueued, "at the stops");
@@ -197,8 +204,8 @@ private:
 
     const Options _options;
     VYRCameraDevice _device;
-    LibraryTap _tap;
     Delivered _delivered;
+    LibraryTap _tap;
     Problems _problems;
 };
 

@@ -7,19 +7,20 @@
 
 #include <libs/IPPCoreLib/ImageProcessingNodeWithThread.h>
 
+#include <atomic>
 #include <cstdint>
 
 /// What was delivered, over all workers.
 struct Delivered
 {
-    std::uint64_t frames = 0;
+    std::atomic<std::uint64_t> frames{0}; ///< taken up; readable on any thread
     std::uint64_t outOfOrder = 0;
     std::uint64_t lastNumber = 0;
 };
 
 /// Notes the number of every frame. As told, it comes up late, so that the queue runs full and refuses a frame, or
 /// pauses with a frame in its hands, so that the pool runs empty.
-/// Thread: `delivered` is the worker thread's until the worker is stopped.
+/// Thread: `delivered` is the worker thread's until the worker is stopped, but for the number of frames.
 class UnevenWorker : public ImageProcessingNodeWithThread
 {
 public:
