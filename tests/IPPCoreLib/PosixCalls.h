@@ -5,6 +5,8 @@
 
 #include <atomic>
 #include <cstdint>
+#include <ctime>
+#include <functional>
 
 /// The test program defines these POSIX functions itself, in front of the C library's, so that the library under test
 /// calls them here. They count, then fail if told to, else do the real thing.
@@ -28,6 +30,10 @@ extern Counter timedWait;
 
 /// How many mutexes the thread held that last signalled a condition.
 extern std::atomic<int> mutexesHeldAtSignal;
+
+/// Takes the place of the calling thread's next timed wait, once: called with its deadline while the mutex is unlocked,
+/// and returns the result.
+extern thread_local std::function<int(const timespec& deadline)> insteadOfTimedWait;
 
 /// The longest time ahead that a deadline of a timed wait was since it was last set to 0, in nanoseconds.
 extern std::atomic<long long> longestTimedWait;

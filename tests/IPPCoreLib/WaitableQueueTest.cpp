@@ -2,6 +2,7 @@
 // WaitableQueue: limits, order, waiting.
 
 #include "HeapCalls.h"
+#include "PosixCalls.h"
 #include "SystemCalls.h"
 
 #include <libs/IPPCoreLib/NodeData.h>
@@ -78,13 +79,34 @@ TEST(WaitableQueue, PopIsWokenByAPush)
     EXPECT_EQ(popped, &item);
 }
 
+TEST(WaitableQueue, AWaitingPopTakesWhatIsPushed)
+{
+    WaitableQueue<NodeData*> queue(32);
+    Item item;
+    PosixCalls::insteadOfTimedWait = [&](const timespec&) {
+        queue.Push(&item);
+        return 0;
+    };
+    EXPECT_EQ(queue.Pop(10), &item);
+}
+
+TEST(WaitableQueue, PushSignalsAfterUnlocking)
+{
+    WaitableQueue<NodeData*> queue(32);
+    PosixCalls::mutexesHeldAtSignal = -1;
+    queue.Push(nullptr);
+    EXPECT_EQ(PosixCalls::mutexesHeldAtSignal, 0);
+}
+
 TEST(WaitableQueue, TriggerLeftOverFromATakenItemEndsOneWaitEarly)
 {
     WaitableQueue<NodeData*> queue(32);
     Item item;
     queue.Push(&item);
     EXPECT_EQ(queue.Pop(0), &item); // taken without waiting: the trigger stays signalled
-    EXPECT_EQ(queue.Pop(60'000), nullptr);
+    const int before = PosixCalls::timedWait.calls;
+    EXPECT_EQ(queue.Pop(10), nullptr);
+    EXPECT_EQ(PosixCalls::timedWait.calls, before) << "one look, no second wait";
 }
 
 TEST(WaitableQueue, ClearForgetsWithoutReleasing)
