@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <ctime>
 #include <mutex>
 #include <thread>
@@ -23,6 +24,37 @@ using Clock = std::chrono::steady_clock;
 std::chrono::milliseconds since(Clock::time_point start)
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+}
+
+/// Posts in the moment in which a wait times out.
+template<typename Primitive>
+void expectThatALatePostIsLeftForTheNextWait(Primitive& primitive)
+{
+    PosixCalls::insteadOfTimedWait = [&](const timespec&) {
+        primitive.post();
+        return ETIMEDOUT;
+    };
+    EXPECT_FALSE(primitive.wait(10));
+    EXPECT_TRUE(primitive.wait(0));
+}
+
+/// Wakes a wait of 40 ms for nothing, when 30 ms of it are over.
+template<typename Primitive>
+void expectThatAWakeUpForNothingBeginsTheWaitAnew(Primitive& primitive)
+{
+    const PosixCalls::StandingClock clock{1'000'000};
+    timespec newDeadline{};
+    PosixCalls::insteadOfTimedWait = [&](const timespec&) {
+        PosixCalls::wallClock += 30'000;
+        PosixCalls::insteadOfTimedWait = [&](const timespec& deadline) {
+            newDeadline = deadline;
+            return ETIMEDOUT;
+        };
+        return 0;
+    };
+    EXPECT_FALSE(primitive.wait(40));
+    EXPECT_EQ(newDeadline.tv_sec, 1);
+    EXPECT_EQ(newDeadline.tv_nsec, 70'000'000);
 }
 
 TEST(TimedSem, WaitOfZeroWithoutACountFailsAtOnce)
@@ -67,6 +99,18 @@ TEST(TimedSem, PostsAddUp)
     EXPECT_TRUE(semaphore.wait(0));
     EXPECT_TRUE(semaphore.wait(0));
     EXPECT_FALSE(semaphore.wait(0));
+}
+
+TEST(TimedSem, APostInTheMomentOfTheTimeOutIsLeftForTheNextWait)
+{
+    pt::timedsem semaphore(0);
+    expectThatALatePostIsLeftForTheNextWait(semaphore);
+}
+
+TEST(TimedSem, AWakeUpWithoutACountBeginsTheWaitAnew)
+{
+    pt::timedsem semaphore(0);
+    expectThatAWakeUpForNothingBeginsTheWaitAnew(semaphore);
 }
 
 TEST(TimedSemDeathTest, FailingMutexExitsWith41)
@@ -221,6 +265,18 @@ TEST(Trigger, WaitLastsAtLeastItsTimeOut)
     const auto start = Clock::now();
     EXPECT_FALSE(trigger.wait(30));
     EXPECT_GE(since(start).count(), 29);
+}
+
+TEST(Trigger, APostInTheMomentOfTheTimeOutIsLeftForTheNextWait)
+{
+    pt::trigger trigger(true, false);
+    expectThatALatePostIsLeftForTheNextWait(trigger);
+}
+
+TEST(Trigger, AWakeUpWithoutASignalBeginsTheWaitAnew)
+{
+    pt::trigger trigger(true, false);
+    expectThatAWakeUpForNothingBeginsTheWaitAnew(trigger);
 }
 
 TEST(TriggerDeathTest, FailingMutexExitsWith41)
