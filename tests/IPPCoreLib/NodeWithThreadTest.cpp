@@ -23,9 +23,11 @@ public:
     void Release() override
     {
         releasedAfterProcessing = processed.load();
+        onRelease();
         ++releases;
     }
 
+    std::function<void()> onRelease = [] {};
     std::atomic<int> processed{0};
     std::atomic<int> releases{0};
     std::atomic<int> releasedAfterProcessing{-1};
@@ -170,6 +172,29 @@ TEST_F(NodeWithThread, StepOfAStoppedNodeTakesNothing)
     EXPECT_EQ(source.Size(), 1);
 }
 
+TEST_F(NodeWithThread, OneStepProcessesEverythingThatIsQueued)
+{
+    std::vector<Item> items(20);
+    for (Item& item : items)
+        source.OutputQueue().Push(&item);
+    worker.StartProcessing();
+    ASSERT_TRUE(waitFor([&] { return worker.steps > 0; }));
+    worker.StopProcessing();
+    EXPECT_EQ(worker.processedAfterStep[0], 20);
+}
+
+TEST_F(NodeWithThread, StepsRunWithoutALock)
+{
+    std::atomic<int> held{-1};
+    worker.onProcess = [&] { held = PosixCalls::mutexesHeldHere(); };
+    Item item;
+    source.OutputQueue().Push(&item);
+    worker.StartProcessing();
+    ASSERT_TRUE(waitFor([&] { return item.releases == 1; }));
+    worker.StopProcessing();
+    EXPECT_EQ(held, 0);
+}
+
 TEST_F(NodeWithThread, StopDuringProcessingLeavesTheRestQueued)
 {
     std::vector<Item> items(3);
@@ -295,6 +320,27 @@ TEST_F(NodeWithThread, TimingCountsTheItems)
     ASSERT_TRUE(waitFor([&] { return items.back().releases == 1; }));
     worker.StopProcessing();
     EXPECT_GE(worker.Timing().AverageMilliseconds(3), 2.0);
+}
+
+TEST_F(NodeWithThread, TimingCountsWhatANodeWithoutInputDoes)
+{
+    const PosixCalls::StandingClock clock{1'000'000};
+    worker.SetInputNode(nullptr);
+    worker.onProcess = [] { PosixCalls::wallClock += 3'000; };
+    worker.ThreadStep();
+    EXPECT_NEAR(worker.Timing().AverageMilliseconds(1), 3.0, 1e-6);
+}
+
+TEST_F(NodeWithThread, TimingIncludesTheRelease)
+{
+    const PosixCalls::StandingClock clock{1'000'000};
+    Item item;
+    item.onRelease = [] { PosixCalls::wallClock += 3'000; };
+    source.OutputQueue().Push(&item);
+    worker.StartProcessing();
+    ASSERT_TRUE(waitFor([&] { return item.releases == 1; }));
+    worker.StopProcessing();
+    EXPECT_NEAR(worker.Timing().AverageMilliseconds(1), 3.0, 1e-6);
 }
 
 TEST(NodeWithThreadLife, AThreadThatComesUpAfterTheStopCallsNoHook)

@@ -32,6 +32,7 @@ thread_local std::function<int(const timespec& deadline)> insteadOfTimedWait;
 std::atomic<long long> longestTimedWait{0};
 std::atomic<std::int64_t> wallClock{0};
 std::atomic<int> mutexesHeldAtSignal{0};
+std::atomic<bool> lastThreadIsDetached{false};
 
 namespace {
 
@@ -65,6 +66,14 @@ void noteDeadline(const timespec& deadline)
         longestTimedWait = ahead;
 }
 
+bool asksForADetachedThread(const pthread_attr_t* attributes)
+{
+    int state = PTHREAD_CREATE_JOINABLE;
+    if (attributes != nullptr)
+        pthread_attr_getdetachstate(attributes, &state);
+    return state == PTHREAD_CREATE_DETACHED;
+}
+
 template<typename Function, typename... Arguments>
 int countAndCall(Counter& counter, const char* name, Function, Arguments... arguments)
 {
@@ -92,6 +101,11 @@ int HeldBackThreads::count()
     return heldBackThreads;
 }
 
+int mutexesHeldHere()
+{
+    return mutexesHeld;
+}
+
 } // namespace PosixCalls
 
 using namespace PosixCalls;
@@ -102,6 +116,7 @@ extern "C" {
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument)
 {
+    lastThreadIsDetached = asksForADetachedThread(attributes);
     if (threadsAreHeldBack) {
         ++heldBackThreads;
         argument = new HeldBackEntry{entry, argument};

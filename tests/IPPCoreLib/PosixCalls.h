@@ -31,6 +31,12 @@ extern Counter timedWait;
 /// How many mutexes the thread held that last signalled a condition.
 extern std::atomic<int> mutexesHeldAtSignal;
 
+/// How many mutexes the calling thread holds.
+int mutexesHeldHere();
+
+/// Whether the thread that was created last is a detached one.
+extern std::atomic<bool> lastThreadIsDetached;
+
 /// Takes the place of the calling thread's next timed wait, once: called with its deadline while the mutex is unlocked,
 /// and returns the result.
 extern thread_local std::function<int(const timespec& deadline)> insteadOfTimedWait;

@@ -126,6 +126,22 @@ TEST(PtThread, AutofreeThreadDeletesItselfAfterFinish)
     EXPECT_EQ(deletedAt, 3);
 }
 
+TEST(PtThread, AutofreeThreadsAreCreatedDetachedAndOthersAreNot)
+{
+    static std::atomic<bool> deleted{false};
+    deleted = false;
+    auto* const autofree = new CallingThread([] {}, true);
+    autofree->onDelete = [] { deleted = true; };
+    autofree->start();
+    EXPECT_TRUE(PosixCalls::lastThreadIsDetached);
+    ASSERT_TRUE(waitFor([] { return deleted.load(); }));
+
+    CallingThread joinable([] {});
+    joinable.start();
+    EXPECT_FALSE(PosixCalls::lastThreadIsDetached);
+    joinable.waitfor();
+}
+
 TEST(PtThread, ExceptionOutOfFinishIsDeletedAndForgotten)
 {
     static std::atomic<int> deletedExceptions{0};
