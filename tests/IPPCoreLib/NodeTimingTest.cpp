@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // NodeTiming: samples and averages.
 
+#include "BusyThread.h"
 #include "PosixCalls.h"
 
 #include <libs/IPPCoreLib/NodeTiming.h>
@@ -68,6 +69,12 @@ TEST_F(NodeTimingTest, AnItemAcrossTheWrapOfTheClockSpoilsOneAverage)
     EXPECT_NEAR(timing.AverageMilliseconds(1), 1.0 - 4'294'967'296.0, exact);
     takeSample(1);
     EXPECT_NEAR(timing.AverageMilliseconds(1), 1.0, exact);
+}
+
+TEST_F(NodeTimingTest, MayBeAskedWhileItMeasures)
+{
+    const BusyThread worker([this] { takeSample(0); });
+    worker.meanwhile([this] { timing.AverageMilliseconds(1); });
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // ObjectCache: lending, giving back, filling and clearing.
 
+#include "BusyThread.h"
+
 #include <libs/IPPCoreLib/ObjectCache.h>
 
 #include <gtest/gtest.h>
@@ -135,6 +137,20 @@ TEST_F(ObjectCacheOfThree, ErrorsOfTheCallablesReachTheCaller)
     EXPECT_THROW(cache.Fill([]() -> Item* { throw 1; }), int);
     EXPECT_THROW(cache.Clear([](Item*) { throw 2; }), int);
     EXPECT_EQ(cache.Acquire(), &items[0]);
+}
+
+TEST_F(ObjectCacheOfThree, MayBeFreedFilledAndClearedWhileItLends)
+{
+    const BusyThread borrower([this] {
+        if (const Item* const item = cache.Acquire())
+            cache.Release(item);
+    });
+    borrower.meanwhile([this] { cache.ReleaseAll(); });
+    borrower.meanwhile([this] {
+        int slot = 0;
+        cache.Fill([&] { return &items[slot++]; });
+    });
+    borrower.meanwhile([this] { cache.Clear([](Item*) {}); });
 }
 
 TEST(ObjectCache, WithoutSlotsLendsNothing)

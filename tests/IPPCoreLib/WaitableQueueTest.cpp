@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // WaitableQueue: limits, order, waiting.
 
+#include "BusyThread.h"
 #include "HeapCalls.h"
 #include "PosixCalls.h"
 #include "SystemCalls.h"
@@ -159,6 +160,14 @@ TEST(WaitableQueue, NothingIsLostBetweenTwoThreads)
     }
     producer.join();
     EXPECT_EQ(queue.Size(), 0);
+}
+
+TEST(WaitableQueue, MayBeClearedWhileItIsPushedTo)
+{
+    WaitableQueue<NodeData*> queue(32);
+    Item item;
+    const BusyThread producer([&] { queue.Push(&item); });
+    producer.meanwhile([&] { queue.Clear(); });
 }
 
 TEST(WaitableQueue, PassingItemsThroughAllocatesNothing)
