@@ -130,14 +130,14 @@ TEST_F(NodeWithThread, EmptyQueueEndsEachStepAfterTheQuietPeriod)
     EXPECT_EQ(worker.processed, 0);
 }
 
-TEST_F(NodeWithThread, AnIdleWorkerNeverWaitsLongerThanFiveMilliseconds)
+TEST_F(NodeWithThread, AnIdleWorkerWaitsForFiveMilliseconds)
 {
+    const PosixCalls::StandingClock clock{1'000'000};
     PosixCalls::longestTimedWait = 0;
     worker.StartProcessing();
     ASSERT_TRUE(waitFor([&] { return worker.steps >= 4; }));
     worker.StopProcessing();
-    EXPECT_GT(PosixCalls::longestTimedWait, 0);
-    EXPECT_LE(PosixCalls::longestTimedWait, 5'000'000) << "a stop is noticed within one wait";
+    EXPECT_EQ(PosixCalls::longestTimedWait, 5'000'000) << "long enough to rest, and a stop is noticed soon";
 }
 
 TEST_F(NodeWithThread, StopEndsAnIdleWorker)

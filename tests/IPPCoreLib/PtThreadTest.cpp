@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 
@@ -227,6 +229,18 @@ TEST(PtFatalDeathTest, AnotherHandlerIsCalledAndTheProcessStillExits)
             pt::fatal(0x123, "said");
         },
         testing::ExitedWithCode(0x23), "^123 said$");
+}
+
+TEST(PtFatalDeathTest, WhatIsRegisteredForTheExitIsCalled)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            pt::set_fatal_handler(nullptr);
+            std::atexit([] { std::fputs("called", stderr); });
+            pt::fatal(7, "unsaid");
+        },
+        testing::ExitedWithCode(7), "^called$");
 }
 
 TEST(PtFatalDeathTest, WithoutAHandlerNothingIsPrinted)
