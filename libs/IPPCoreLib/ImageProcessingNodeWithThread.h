@@ -39,7 +39,9 @@ public:
     /// Thread: the controlling thread.
     void StartProcessing() override;
 
-    /// Stops the worker, and waits for the Process() that it is in, without limit; an idle worker ends within 5 ms.
-    /// Nothing when it is stopped. Thread: the controlling thread, never the worker thread: not from Process().
+    /// Stops the worker, and waits for the Process() that it is in, without limit. An idle worker ends within 5 ms, or
+    /// within 10 where a second of the wall clock turns meanwhile; if that clock is set back meanwhile, by as much
+    /// later, unless an item comes. Nothing when it is stopped.
+    /// Thread: the controlling thread, never the worker thread: not from Process().
     void StopProcessing() override;
 };
