@@ -28,7 +28,6 @@ Counter mutexUnlock;
 Counter conditionInit;
 Counter conditionSignal;
 Counter timedWait;
-thread_local std::function<int(const timespec& deadline)> insteadOfTimedWait;
 std::atomic<long long> longestTimedWait{0};
 std::atomic<std::int64_t> wallClock{0};
 std::atomic<int> mutexesHeldAtSignal{0};
@@ -37,6 +36,7 @@ std::atomic<bool> lastThreadIsDetached{false};
 namespace {
 
 thread_local int mutexesHeld = 0;
+thread_local const TimedWaitStandIn* timedWaitStandIn = nullptr;
 
 std::atomic<bool> threadsAreHeldBack{false};
 std::atomic<int> heldBackThreads{0};
@@ -84,6 +84,25 @@ int countAndCall(Counter& counter, const char* name, Function, Arguments... argu
 }
 
 } // namespace
+
+TimedWaitStandIn::TimedWaitStandIn(std::function<int(const timespec& deadline)> wait)
+    : _wait(std::move(wait))
+{
+    timedWaitStandIn = this;
+}
+
+TimedWaitStandIn::~TimedWaitStandIn()
+{
+    timedWaitStandIn = nullptr;
+}
+
+int TimedWaitStandIn::wait(pthread_mutex_t* mutex, const timespec& deadline) const
+{
+    pthread_mutex_unlock(mutex);
+    const int result = _wait(deadline);
+    pthread_mutex_lock(mutex);
+    return result;
+}
 
 HeldBackThreads::HeldBackThreads()
 {
@@ -166,12 +185,8 @@ int pthread_cond_signal(pthread_cond_t* condition)
 int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec* deadline)
 {
     noteDeadline(*deadline);
-    if (const auto instead = std::exchange(insteadOfTimedWait, nullptr)) {
-        pthread_mutex_unlock(mutex);
-        const int result = instead(*deadline);
-        pthread_mutex_lock(mutex);
-        return result;
-    }
+    if (timedWaitStandIn != nullptr)
+        return timedWaitStandIn->wait(mutex, *deadline);
     return countAndCall(timedWait, "pthread_cond_timedwait", &pthread_cond_timedwait, condition, mutex, deadline);
 }
 

@@ -8,6 +8,8 @@
 #include <ctime>
 #include <functional>
 
+#include <pthread.h>
+
 /// The test program defines these POSIX functions itself, in front of the C library's, so that the library under test
 /// calls them here. They count, then fail if told to, else do the real thing.
 namespace PosixCalls {
@@ -37,10 +39,6 @@ int mutexesHeldHere();
 /// Whether the thread that was created last is a detached one.
 extern std::atomic<bool> lastThreadIsDetached;
 
-/// Takes the place of the calling thread's next timed wait, once: called with its deadline while the mutex is unlocked,
-/// and returns the result.
-extern thread_local std::function<int(const timespec& deadline)> insteadOfTimedWait;
-
 /// The longest time ahead that a deadline of a timed wait was since it was last set to 0, in nanoseconds.
 extern std::atomic<long long> longestTimedWait;
 
@@ -56,6 +54,23 @@ public:
 
     StandingClock(const StandingClock&) = delete;
     StandingClock& operator=(const StandingClock&) = delete;
+};
+
+/// Takes the place of the calling thread's timed waits during its life. `wait` is called with the deadline, while the
+/// mutex is unlocked, and tells the result. One at a time on a thread.
+class TimedWaitStandIn
+{
+public:
+    explicit TimedWaitStandIn(std::function<int(const timespec& deadline)> wait);
+    ~TimedWaitStandIn();
+
+    TimedWaitStandIn(const TimedWaitStandIn&) = delete;
+    TimedWaitStandIn& operator=(const TimedWaitStandIn&) = delete;
+
+    int wait(pthread_mutex_t* mutex, const timespec& deadline) const;
+
+private:
+    const std::function<int(const timespec& deadline)> _wait;
 };
 
 /// Keeps threads that are created during its life from running their entry. At the end of its life they run it, and it

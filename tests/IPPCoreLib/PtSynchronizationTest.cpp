@@ -30,11 +30,13 @@ std::chrono::milliseconds since(Clock::time_point start)
 template<typename Primitive>
 void expectThatALatePostIsLeftForTheNextWait(Primitive& primitive)
 {
-    PosixCalls::insteadOfTimedWait = [&](const timespec&) {
-        primitive.post();
-        return ETIMEDOUT;
-    };
-    EXPECT_FALSE(primitive.wait(10));
+    {
+        const PosixCalls::TimedWaitStandIn standIn([&](const timespec&) {
+            primitive.post();
+            return ETIMEDOUT;
+        });
+        EXPECT_FALSE(primitive.wait(10));
+    }
     EXPECT_TRUE(primitive.wait(0));
 }
 
@@ -43,18 +45,16 @@ template<typename Primitive>
 void expectThatAWakeUpForNothingBeginsTheWaitAnew(Primitive& primitive)
 {
     const PosixCalls::StandingClock clock{1'000'000};
-    timespec newDeadline{};
-    PosixCalls::insteadOfTimedWait = [&](const timespec&) {
+    std::vector<timespec> deadlines;
+    const PosixCalls::TimedWaitStandIn standIn([&](const timespec& deadline) {
+        deadlines.push_back(deadline);
         PosixCalls::wallClock += 30'000;
-        PosixCalls::insteadOfTimedWait = [&](const timespec& deadline) {
-            newDeadline = deadline;
-            return ETIMEDOUT;
-        };
-        return 0;
-    };
+        return deadlines.size() > 1 ? ETIMEDOUT : 0;
+    });
     EXPECT_FALSE(primitive.wait(40));
-    EXPECT_EQ(newDeadline.tv_sec, 1);
-    EXPECT_EQ(newDeadline.tv_nsec, 70'000'000);
+    ASSERT_EQ(deadlines.size(), 2U);
+    EXPECT_EQ(deadlines[0].tv_nsec, 40'000'000);
+    EXPECT_EQ(deadlines[1].tv_nsec, 70'000'000);
 }
 
 TEST(TimedSem, WaitOfZeroWithoutACountFailsAtOnce)

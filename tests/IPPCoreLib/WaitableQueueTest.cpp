@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <thread>
 #include <vector>
 
@@ -84,10 +85,11 @@ TEST(WaitableQueue, AWaitingPopTakesWhatIsPushed)
 {
     WaitableQueue<NodeData*> queue(32);
     Item item;
-    PosixCalls::insteadOfTimedWait = [&](const timespec&) {
+    const PosixCalls::TimedWaitStandIn standIn([&](const timespec&) {
+        const bool again = queue.Size() > 0;
         queue.Push(&item);
-        return 0;
-    };
+        return again ? ETIMEDOUT : 0;
+    });
     EXPECT_EQ(queue.Pop(10), &item);
 }
 
