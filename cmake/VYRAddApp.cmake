@@ -40,4 +40,5 @@ function(vyr_add_app name)
     host_use_qt_generators(${name})
     host_runs_beside_program(${name})
     install(TARGETS ${name} LIBRARY DESTINATION "${VYR_INSTALL_DIR}")
+    set_property(GLOBAL APPEND PROPERTY VYR_APPS ${name}) # for who builds several
 endfunction()

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The program on a screen of the usual density and on one of twice that, as a virtual X server has them.
 
+#include <tests/support/ProgramCopy.h>
+
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QProcess>
@@ -23,9 +23,7 @@ protected:
     {
         if (QStandardPaths::findExecutable("xvfb-run").isEmpty())
             GTEST_SKIP() << "xvfb-run is not installed (Debian: xvfb, xauth)";
-        // A copy, whose settings are nobody else's.
-        for (const QFileInfo& file : QFileInfo(PROGRAM).dir().entryInfoList(QDir::Files))
-            ASSERT_TRUE(QFile::copy(file.filePath(), folder().filePath(file.fileName())));
+        ASSERT_TRUE(copyProgram(PROGRAM, folder()));
     }
 
     QDir folder() const { return QDir(_folder.path()); }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The program on a Wayland desktop, which has an X server for it.
 
+#include <tests/support/ProgramCopy.h>
 #include <tests/support/WaitFor.h>
 
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
@@ -26,9 +26,7 @@ protected:
         for (const char* tool : {"weston", "weston-screenshooter", "Xwayland"})
             if (QStandardPaths::findExecutable(tool).isEmpty())
                 GTEST_SKIP() << tool << " is not installed (Debian: weston, xwayland)";
-        // A copy, whose settings are nobody else's.
-        for (const QFileInfo& file : QFileInfo(PROGRAM).dir().entryInfoList(QDir::Files))
-            ASSERT_TRUE(QFile::copy(file.filePath(), folder().filePath(file.fileName())));
+        ASSERT_TRUE(copyProgram(PROGRAM, folder()));
         startDesktop();
     }
 
