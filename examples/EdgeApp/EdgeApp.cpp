@@ -15,6 +15,9 @@
 #include <QDockWidget>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
+#include <QPixmap>
+#include <QPolygon>
 #include <QSettings>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -41,6 +44,20 @@ void put(QWidget* widget, QDockWidget* dock)
 {
     dock->setWidget(widget);
     widget->show();
+}
+
+/// The edges of a box, drawn at twice the size at which the settings dialog shows them, for dense screens.
+QPixmap drawnIcon()
+{
+    QPixmap pixmap(144, 144);
+    pixmap.fill(Qt::black);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::white, 5.0));
+    painter.drawRect(28, 52, 64, 64);
+    painter.drawPolyline(QPolygon({{28, 52}, {52, 28}, {116, 28}, {116, 92}, {92, 116}}));
+    painter.drawLine(92, 52, 116, 28);
+    return pixmap;
 }
 
 } // namespace
@@ -77,7 +94,7 @@ QString EdgeApp::description()
 
 QIcon EdgeApp::icon()
 {
-    return QIcon(); // the host shows none
+    return QIcon(drawnIcon());
 }
 
 void EdgeApp::start()
@@ -111,8 +128,7 @@ void EdgeApp::buildWidgets()
 
     _figures = new QLabel;
     _figures->setMargin(6);
-    put(_figures, _host->bottomDock());
-    _host->bottomDock()->show(); // the host hides it whenever the app changes
+    put(_figures, _host->bottomDock()); // hidden until there are figures; the host hides it whenever the app changes
 }
 
 QWidget* EdgeApp::buildControls()
@@ -190,6 +206,7 @@ void EdgeApp::update()
     _figures->setText(QStringLiteral("Edges on %1 % of the picture, %2 frames per second")
                           .arg(_shown.edgeShare * 100.0, 0, 'f', 1)
                           .arg(static_cast<double>(_shown.framesPerSecond), 0, 'f', 1));
+    _host->bottomDock()->show();
 }
 
 bool EdgeApp::handleKeyEvent(QEvent* event)

@@ -128,6 +128,7 @@ TEST_F(EdgeApp, IntroducesItself)
 {
     EXPECT_EQ(app->name(), "Edges");
     EXPECT_TRUE(app->requiresCamera());
+    EXPECT_GE(app->icon().actualSize(QSize(72, 72)).width(), 72) << "as large as the others in the settings dialog";
 }
 
 TEST_F(EdgeApp, ShowsTheEdgesOfTheLeftPicture)
@@ -142,7 +143,7 @@ TEST_F(EdgeApp, ShowsTheEdgesOfTheLeftPicture)
 
 TEST_F(EdgeApp, TakesAllThreeDocksAndLeavesThemAsTheyWere)
 {
-    host->start();
+    showAnEdge();
     EXPECT_TRUE(view()->isVisible());
     EXPECT_TRUE(slider()->isVisible());
     EXPECT_TRUE(host->bottomDock()->isVisible());
@@ -152,6 +153,17 @@ TEST_F(EdgeApp, TakesAllThreeDocksAndLeavesThemAsTheyWere)
     EXPECT_EQ(host->bottomDock()->widget(), nullptr);
     EXPECT_FALSE(host->bottomDock()->isVisible());
     EXPECT_FALSE(FakeVYR::isStreaming());
+}
+
+TEST_F(EdgeApp, TheBottomDockIsShownWithTheFirstFigures)
+{
+    start();
+    EXPECT_FALSE(host->bottomDock()->isVisible());
+    emitFrame(newFrame(100));
+    EXPECT_TRUE(figuresStartWith("Edges"));
+    EXPECT_TRUE(host->bottomDock()->isVisible());
+    host->changeMode(otherMode);
+    EXPECT_FALSE(host->bottomDock()->isVisible()) << "as long as there is nothing to read in it";
 }
 
 TEST_F(EdgeApp, StartsAnewInAnotherMode)
