@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Has cppcheck and clang-tidy read all sources, and fails when either finds something. What they look for, and what
-# they do not, stands in .clang-tidy and in packaging/cppcheck-suppressions.txt.
+# Has clang-format, cppcheck and clang-tidy read all sources, and fails when one of them finds something. What they look
+# for, and what they do not, stands in .clang-format, .clang-tidy and packaging/cppcheck-suppressions.txt.
 #
 #   packaging/analyse.sh [EXPRESSION...]     clang-tidy: only the sources whose path matches one of the expressions
 set -euo pipefail
@@ -10,8 +10,12 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/packaging/prepare.sh"
 cd "$root"
 
-packages+=(clang-tidy cppcheck python3 "${benchmark_packages[@]}")
+packages+=(clang-format-14 clang-tidy cppcheck git python3 "${benchmark_packages[@]}")
 install_missing_packages
+
+# Of this version, since others break lines elsewhere.
+git ls-files -z '*.c' '*.cpp' '*.h' | xargs -0 clang-format-14 --dry-run --Werror
+
 # For what Qt generates, which some sources include. A folder of its own, since the others do without the benchmarks.
 build="$root/build/analysis"
 build_options=(-DVYR_BUILD_BENCHMARKS=ON -DVYR_WARNINGS_AS_ERRORS=ON)
