@@ -41,7 +41,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME vyr-dashboard-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SOURCE vyr-dashboard)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "vyr-dashboard (= ${PROJECT_VERSION}), qtbase5-dev")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, g++")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, g++, make")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
 "headers to build apps for VYR Dashboard
 VYR Dashboard opens a USB stereo camera of the VYR family and runs apps that
