@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Puts README.txt into the folder that cpack is about to pack. Which packages of Debian the folder needs is read from
-# the files in it; without Debian's tools, on another distribution, the text names the libraries instead.
+# Puts README.txt and the licence into the folder that cpack is about to pack. Which packages of Debian the folder needs
+# is read from the files in it; without Debian's tools, on another distribution, the text names the libraries instead.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -31,10 +31,13 @@ get_filename_component(program_folder "${program}" DIRECTORY)
 file(GLOB libraries "${program_folder}/*.so")
 find_needed_packages(packages "${program}" ${libraries})
 if(packages)
+    # And what the Debian package brings along without being linked with it.
+    string(REPLACE "," "" recommended "${CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS}")
     cmake_host_system_information(RESULT system QUERY DISTRIB_PRETTY_NAME)
-    set(needs "On ${system} it needs packages that this line installs:\n\n    sudo apt-get install ${packages}")
+    set(needs "On ${system} it needs packages that this line installs:\n\n    sudo apt-get install ${packages} ${recommended}")
 else()
-    set(needs "It needs Qt 5.15, libconfig++, and OpenCV 4 to play back recordings.")
+    set(needs "It needs Qt 5.15, libconfig++, xdg-open for the manual, and OpenCV 4 to play back recordings.")
 endif()
 cmake_path(RELATIVE_PATH program_folder BASE_DIRECTORY "${CPACK_TEMPORARY_INSTALL_DIRECTORY}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/README.txt.in" "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/README.txt" @ONLY)
+file(COPY "${CPACK_RESOURCE_FILE_LICENSE}" DESTINATION "${CPACK_TEMPORARY_INSTALL_DIRECTORY}")
