@@ -11,6 +11,7 @@ function(expect_version file before after)
     endif()
 endfunction()
 
+expect_version(../CHANGELOG.md "\n## \\[" "\\]")
 expect_version(debian/changelog "vyr-dashboard \\(" "\\)")
 expect_version(com.vyrtech.dashboard.metainfo.xml "<release version=\"" "\"")
 expect_version(vyr-dashboard.1 "VYR Dashboard " "\"")
