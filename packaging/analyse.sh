@@ -10,11 +10,12 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 source "$root/packaging/prepare.sh"
 cd "$root"
 
-packages+=(clang-format-14 clang-tidy cppcheck git python3 "${benchmark_packages[@]}")
+packages+=(clang-format-14 clang-tidy cppcheck python3 "${benchmark_packages[@]}")
 install_missing_packages
 
 # Of this version, since others break lines elsewhere.
-git ls-files -z '*.c' '*.cpp' '*.h' | xargs -0 clang-format-14 --dry-run --Werror
+find . -path ./build -prune -o \( -name '*.c' -o -name '*.cpp' -o -name '*.h' \) -print0 |
+    xargs -0 clang-format-14 --dry-run --Werror
 
 # For what Qt generates, which some sources include. A folder of its own, since the others do without the benchmarks.
 build="$root/build/analysis"
