@@ -10,7 +10,6 @@
 #include "PictureView.h"
 #include "StereoViewIcon.h"
 #include "StereoViewNode.h"
-#include "ViewChoices.h"
 
 #include <apps/HostEnvironmentInterface.h>
 #include <apps/StatusBarText.h>
@@ -126,7 +125,10 @@ void StereoViewApp::buildWidgets()
 
     connect(_panel, &ControlPanel::arrangementChanged, _view, &PictureView::setArrangement);
     connect(_panel, &ControlPanel::saveRequested, this, &StereoViewApp::savePictures);
-    _panel->setChoices(loadViewChoices());
+    // Loaded once: where nothing can be stored, the user's choices still last as long as the program.
+    if (!_choices)
+        _choices = loadViewChoices();
+    _panel->setChoices(*_choices);
     connect(_panel, &ControlPanel::choicesChanged, &_storeTimer, QOverload<>::of(&QTimer::start));
 }
 
@@ -238,8 +240,10 @@ bool StereoViewApp::handleKeyEvent(QEvent* event)
 void StereoViewApp::storeChoices()
 {
     _storeTimer.stop();
-    if (_panel != nullptr)
-        storeViewChoices(_panel->choices());
+    if (_panel == nullptr)
+        return;
+    _choices = _panel->choices();
+    storeViewChoices(*_choices);
 }
 
 void StereoViewApp::checkStream()

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "PictureMailbox.h"
+#include "ViewChoices.h"
 
 #include <apps/AppInterface.h>
 
@@ -15,6 +16,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 class ControlPanel;
 class PictureView;
@@ -71,6 +73,7 @@ private:
     PictureMailbox _mailbox;
     const PicturePair* _shown = nullptr;   ///< in the mailbox; the pair on the screen, if there is one
     std::unique_ptr<StereoViewNode> _node; ///< while started
+    std::optional<ViewChoices> _choices;   ///< as stored last; none before the first start
     bool _layoutKnown = false;
     bool _modeKnown = false;      ///< whether the camera has the mode that it was started in
     std::uint64_t _lastShown = 0; ///< frames at the last look, to see whether more are coming

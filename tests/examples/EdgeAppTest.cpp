@@ -105,7 +105,7 @@ protected:
     void start()
     {
         host->start();
-        slider()->setValue(40); // the plug-in object is one for all tests in a process
+        slider()->setValue(40); // what the tests' figures belong to
     }
 
     /// Shows a frame with an edge of strength 100.

@@ -55,6 +55,7 @@ TestHost::~TestHost()
 {
     stop();
     _camera.StopProcessing();
+    delete _plugin;
 }
 
 QDockWidget* TestHost::addDock(Qt::DockWidgetArea area)
@@ -71,7 +72,8 @@ QDockWidget* TestHost::addDock(Qt::DockWidgetArea area)
 AppInterface* TestHost::load(const QString& path)
 {
     QPluginLoader loader(path);
-    _app = qobject_cast<AppInterface*>(loader.instance());
+    _plugin = loader.instance();
+    _app = qobject_cast<AppInterface*>(_plugin);
     if (_app == nullptr)
         qWarning("%s", qPrintable(loader.errorString()));
     else

@@ -36,7 +36,8 @@ public:
     explicit TestHost(const VYRResolutionInfo& mode);
     ~TestHost() override;
 
-    /// The app in the shared library at `path`, initialized; null when it is none. One app at a time.
+    /// The app in the shared library at `path`, initialized; null when it is none. Once for each host, which deletes
+    /// the app in the end: the next host gets a fresh one.
     AppInterface* load(const QString& path);
 
     /// Starts the app and the polling, and stops both.
@@ -70,6 +71,7 @@ private:
     TestStatusField _field0;
     TestStatusField _field1;
     QTimer _timer;
+    QObject* _plugin = nullptr; ///< owned
     AppInterface* _app = nullptr;
     bool _started = false;
 };

@@ -44,6 +44,7 @@ extern "C" const char* VYRFrameLayout()
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 
 const VYRResolutionInfo fullMode{752, 480, 0, 30.0F, 0.5F, 60.0F};
@@ -633,6 +634,29 @@ TEST_F(StereoViewApp, ChoicesComeBackAfterAnAppSwitchAndReachTheCameraAgain)
     EXPECT_GT(place("Set 17 1"), started) << "nor undistortion";
     show(30, 60);
     EXPECT_EQ(shownAtShare(0.5, 0.5), QColor(30, 60, 60));
+}
+
+TEST_F(StereoViewApp, StoredChoicesAreTakenAtTheFirstStart)
+{
+    QSettings(QSettings::IniFormat, QSettings::UserScope, "VYRDashboard", "Apps").setValue("StereoView/gain", 33);
+    host->start();
+    EXPECT_EQ(control<QSlider>("gainSlider")->value(), 33);
+    EXPECT_THAT(FakeVYR::calls(), Contains("Set 9 33"));
+}
+
+TEST_F(StereoViewApp, ChoicesLastWhereNothingCanBeStored)
+{
+    QFile inTheWay(directory.filePath("no folder"));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, inTheWay.fileName());
+    host->start();
+    QTest::keyClick(control<QSlider>("exposureSlider"), Qt::Key_PageUp);
+    choose(2);
+    FakeVYR::clearCalls();
+    host->changeMode(smallMode);
+    EXPECT_EQ(control<QSlider>("exposureSlider")->value(), 10);
+    EXPECT_EQ(control<QComboBox>("arrangement")->currentIndex(), 2);
+    EXPECT_THAT(FakeVYR::calls(), Contains("Set 8 10 0"));
 }
 
 TEST_F(StereoViewApp, ChoicesAreStoredWhileRunning)
