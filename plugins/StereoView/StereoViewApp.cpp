@@ -161,6 +161,7 @@ void StereoViewApp::startStreaming()
     // Without a camera nothing is wrong with the mode.
     _modeKnown = !camera->IsOpen() || camera->IsResolutionSupported(mode.binning, mode.width, mode.height, mode.fps);
     _sinceLastFrame.start();
+    _sinceLastUnreadable.invalidate();
     _sinceLastHistogram.invalidate();
 
     // The consumer first, so that it stands ready. Step by step rather than by an ImageProcessingPipeline, which owns
@@ -251,6 +252,8 @@ void StereoViewApp::checkStream()
     const StreamCounts counts = _node->Counts();
     if (counts.shown != _lastShown)
         _sinceLastFrame.start();
+    if (counts.unreadable != _lastUnreadable)
+        _sinceLastUnreadable.start();
     _view->setMessage(streamMessage());
     showFigures();
     _lastShown = counts.shown;
@@ -262,6 +265,11 @@ bool StereoViewApp::isFlowing() const
     return _sinceLastFrame.elapsed() < _patience;
 }
 
+bool StereoViewApp::isUnreadable() const
+{
+    return _sinceLastUnreadable.isValid() && _sinceLastUnreadable.elapsed() < _patience;
+}
+
 QString StereoViewApp::streamMessage() const
 {
     if (!_layoutKnown) {
@@ -270,7 +278,7 @@ QString StereoViewApp::streamMessage() const
     }
     if (isFlowing())
         return QString();
-    if (_node->Counts().unreadable != _lastUnreadable)
+    if (isUnreadable())
         return tr("The camera's frames cannot be read");
     if (!_modeKnown)
         return tr("The camera has no such mode.\nChoose one under Settings, Camera.");

@@ -60,6 +60,7 @@ private:
     void checkStream();
     void showFigures();
     bool isFlowing() const;
+    bool isUnreadable() const;
     QString streamMessage() const;
     void savePictures();
     void reportSave(const SaveOutcome& outcome);
@@ -79,7 +80,8 @@ private:
     std::uint64_t _lastShown = 0; ///< frames at the last look, to see whether more are coming
     std::uint64_t _lastUnreadable = 0;
     QElapsedTimer _sinceLastFrame;
-    qint64 _patience = 0; ///< ms without a frame until the user is told
+    QElapsedTimer _sinceLastUnreadable; ///< invalid before the first one
+    qint64 _patience = 0;               ///< ms without a frame until the user is told
     QElapsedTimer _sinceLastHistogram;
     QTimer _streamTimer; ///< looks at the stream now and then
     QTimer _storeTimer;  ///< stores choices when the user has stopped changing them

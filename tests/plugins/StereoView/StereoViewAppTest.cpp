@@ -73,6 +73,13 @@ protected:
 
     void emitFrame(const PictureFrame& frame) const { FakeVYR::emitRecord(frame.record.asLibraryRecord()); }
 
+    void emitUnreadableFrame()
+    {
+        PictureFrame& frame = newFrame(8, 8, 1, 1);
+        frame.record.bitsPerPixel = 10;
+        emitFrame(frame);
+    }
+
     /// Emits a frame and waits until the view shows it.
     void show(const PictureFrame& frame)
     {
@@ -86,9 +93,7 @@ protected:
     void waitForFreshFigures()
     {
         const QString before = figure("unreadableLabel");
-        PictureFrame& frame = newFrame(8, 8, 1, 1);
-        frame.record.bitsPerPixel = 10;
-        emitFrame(frame);
+        emitUnreadableFrame();
         EXPECT_TRUE(QTest::qWaitFor([&] { return figure("unreadableLabel") != before; }));
     }
 
@@ -808,9 +813,7 @@ TEST_F(StereoViewApp, FramesThatAreAllBadAreTold)
 {
     host->start();
     EXPECT_TRUE(QTest::qWaitFor([&] {
-        PictureFrame& frame = newFrame(8, 8, 1, 1);
-        frame.record.bitsPerPixel = 10;
-        emitFrame(frame);
+        emitUnreadableFrame();
         QTest::qWait(20);
         return message() == "The camera's frames cannot be read";
     }));
@@ -882,6 +885,21 @@ TEST_F(StereoViewApp, WaitsLongerInASlowMode)
     show(200, 200);
     QElapsedTimer timer;
     timer.start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
+    EXPECT_GE(timer.elapsed(), 2200);
+}
+
+TEST_F(StereoViewApp, StaysWithUnreadableFramesBetweenTwoOfThemInASlowMode)
+{
+    host->start();
+    VYRResolutionInfo slowMode = fullMode;
+    slowMode.fps = 1.0F;
+    host->changeMode(slowMode);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
+    QElapsedTimer timer;
+    timer.start();
+    emitUnreadableFrame();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return message() == "The camera's frames cannot be read"; }));
     ASSERT_TRUE(QTest::qWaitFor([&] { return message() == "No frames from the camera"; }));
     EXPECT_GE(timer.elapsed(), 2200);
 }
