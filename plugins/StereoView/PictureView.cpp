@@ -272,6 +272,8 @@ void PictureView::keyPressEvent(QKeyEvent* event)
 
 void PictureView::zoomBy(double factor)
 {
+    if (scaleOf(scene(), _viewPoint) <= 0.0)
+        return; // nothing to zoom, and the first picture is to be seen whole
     ViewPoint zoomed = _viewPoint;
     zoomed.zoom *= factor;
     setViewPoint(zoomed);

@@ -555,6 +555,18 @@ TEST_F(StereoViewByKey, PlusAndMinusZoomAboutTheMiddleAndZeroResets)
     EXPECT_EQ(view()->grab().toImage(), whole);
 }
 
+TEST_F(StereoViewApp, BeforeTheFirstPictureThereIsNothingToZoom)
+{
+    host->start();
+    for (int i = 0; i < 4; ++i)
+        QTest::keyClick(view(), Qt::Key_Plus);
+    EXPECT_EQ(view()->cursor().shape(), Qt::ArrowCursor);
+    show(40, 200);
+    const QImage first = view()->grab().toImage();
+    QTest::keyClick(view(), Qt::Key_0);
+    EXPECT_EQ(first, view()->grab().toImage()) << "all of it";
+}
+
 TEST_F(StereoViewByKey, ArrowKeysMoveWhatIsSeen)
 {
     press(Qt::Key_Plus, 4);
