@@ -26,6 +26,13 @@ int percentOf(const QVariant& value)
     return std::clamp(value.toInt(), 0, 100);
 }
 
+/// Not toBool(), to which all but a few words are true.
+bool isOn(const QVariant& value)
+{
+    const QString text = value.toString();
+    return text == QLatin1String("true") || text == QLatin1String("1");
+}
+
 } // namespace
 
 bool operator==(const ViewChoices& a, const ViewChoices& b)
@@ -44,10 +51,10 @@ ViewChoices loadViewChoices()
     choices.exposure = percentOf(store.value(QStringLiteral("exposure")));
     choices.gain = percentOf(store.value(QStringLiteral("gain")));
     choices.led = percentOf(store.value(QStringLiteral("led")));
-    choices.horizontalFlip = store.value(QStringLiteral("horizontalFlip")).toBool();
-    choices.verticalFlip = store.value(QStringLiteral("verticalFlip")).toBool();
-    choices.swapCameras = store.value(QStringLiteral("swapCameras")).toBool();
-    choices.undistort = store.value(QStringLiteral("undistort")).toBool();
+    choices.horizontalFlip = isOn(store.value(QStringLiteral("horizontalFlip")));
+    choices.verticalFlip = isOn(store.value(QStringLiteral("verticalFlip")));
+    choices.swapCameras = isOn(store.value(QStringLiteral("swapCameras")));
+    choices.undistort = isOn(store.value(QStringLiteral("undistort")));
     choices.arrangement = arrangementOfKey(store.value(QStringLiteral("arrangement")).toString());
     return choices;
 }

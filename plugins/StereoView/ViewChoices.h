@@ -20,7 +20,8 @@ struct ViewChoices
 
 bool operator==(const ViewChoices& a, const ViewChoices& b);
 
-/// The stored choices. What is missing or makes no sense is as in a fresh ViewChoices.
+/// The stored choices. Numbers beyond 0 to 100 are the nearest end; what is missing or makes no sense is as in a fresh
+/// ViewChoices: a flag is on for "true" and "1" only.
 ViewChoices loadViewChoices();
 
 /// Stores the choices for the next start. A store that cannot be written is let go: the next one may work.

@@ -57,4 +57,23 @@ TEST_F(ViewChoicesStore, NonsenseIsBroughtIntoRange)
     EXPECT_EQ(choices.arrangement, PictureArrangement::SideBySide);
 }
 
+TEST_F(ViewChoicesStore, NonsenseTurnsNoFlagOn)
+{
+    for (const char* const text : {"bright", "no", "off", "-", "2", ""}) {
+        for (const char* const flag : {"horizontalFlip", "verticalFlip", "swapCameras", "undistort"})
+            write(flag, text);
+        EXPECT_TRUE(loadViewChoices() == ViewChoices()) << text;
+    }
+}
+
+TEST_F(ViewChoicesStore, AFlagIsOnForTrueAndForOne)
+{
+    for (const char* const text : {"true", "1"}) {
+        for (const char* const flag : {"horizontalFlip", "verticalFlip", "swapCameras", "undistort"})
+            write(flag, text);
+        const ViewChoices choices = loadViewChoices();
+        EXPECT_TRUE(choices.horizontalFlip && choices.verticalFlip && choices.swapCameras && choices.undistort) << text;
+    }
+}
+
 } // namespace
