@@ -36,6 +36,11 @@ QString wholeNumber(std::uint64_t number)
     return QLocale().toString(static_cast<qulonglong>(number));
 }
 
+QString decimal(double number, int places)
+{
+    return QLocale().toString(number, 'f', places);
+}
+
 /// What a title says, without the letter that goes with Alt.
 QString withoutMnemonic(QString title)
 {
@@ -289,19 +294,20 @@ void ControlPanel::showFigures(const StreamFigures& figures)
         figures.pictureSize.isEmpty()
             ? noFigure()
             : QStringLiteral("%1 \u00D7 %2").arg(figures.pictureSize.width()).arg(figures.pictureSize.height()));
-    _frameRate->setText(rateKnown ? tr("%1 fps").arg(static_cast<double>(counts.framesPerSecond), 0, 'f', 1)
+    _frameRate->setText(rateKnown ? tr("%1 fps").arg(decimal(static_cast<double>(counts.framesPerSecond), 1))
                                   : noFigure());
     _dropped->setText(wholeNumber(counts.dropped));
     _dropped->setToolTip(tr("%1 frames were shown").arg(wholeNumber(counts.shown)));
     _unreadable->setText(wholeNumber(counts.unreadable));
-    _nodeTime->setText(figures.flowing ? QStringLiteral("%1 ms").arg(figures.nodeMilliseconds, 0, 'f', 2) : noFigure());
+    _nodeTime->setText(figures.flowing ? QStringLiteral("%1 ms").arg(decimal(figures.nodeMilliseconds, 2))
+                                       : noFigure());
 }
 
 void ControlPanel::showHistograms(const GreyHistogram& left, const GreyHistogram& right)
 {
     _histogram->showHistograms(left, right);
     _brightness->setText(
-        tr("Mean %1, fully white %2 %").arg(left.mean(), 0, 'f', 0).arg(left.whiteShare() * 100.0, 0, 'f', 1));
+        tr("Mean %1, fully white %2 %").arg(decimal(left.mean(), 0), decimal(left.whiteShare() * 100.0, 1)));
 }
 
 void ControlPanel::showSaved(const QString& text, const QString& toolTip)

@@ -14,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -56,6 +57,7 @@ protected:
     StereoViewApp()
     {
         layoutName = "VYR-frame-1";
+        QLocale::setDefault(QLocale::c()); // however the tester writes numbers
         FakeVYR::reset();
         FakeVYR::setModes({fullMode, smallMode});
         load(fullMode);
@@ -856,6 +858,24 @@ TEST_F(StereoViewApp, ShowsTheFiguresOfTheStream)
             && figure("brightnessLabel") == "Mean 7, fully white 0.0 %";
     }));
     EXPECT_EQ(figure("pictureSizeLabel"), QStringLiteral("752 \u00D7 480"));
+}
+
+TEST_F(StereoViewApp, WritesAllFiguresAsTheUserDoes)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    host->start();
+    nextCounter = 0;
+    show(7, 7);
+    nextCounter = 1505;
+    show(7, 7);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return figure("droppedLabel") == "1.504"; }));
+    nextCounter = 0; // the camera has been started again
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        show(7, 7);
+        return figure("frameRateLabel") == "30,0 fps" && figure("nodeTimeLabel").contains(',');
+    })) << figure("frameRateLabel").toStdString()
+        << ", " << figure("nodeTimeLabel").toStdString();
+    EXPECT_EQ(figure("brightnessLabel"), "Mean 7, fully white 0,0 %");
 }
 
 TEST_F(StereoViewApp, SaysWhenFramesStopAndKeepsTheLastPictureDimmed)
