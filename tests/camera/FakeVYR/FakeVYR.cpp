@@ -34,7 +34,7 @@ struct Library
     std::vector<std::string> calls;
     std::array<VYRFrameRecord, 256> records{};
     std::size_t nextRecord = 0;
-    void (*duringStop)() = nullptr;
+    std::function<void()> duringStop;
 };
 
 std::mutex mutex; // guards library
@@ -196,10 +196,10 @@ void clearCalls()
     library.calls.clear();
 }
 
-void setDuringStop(void (*function)())
+void setDuringStop(std::function<void()> function)
 {
     const std::lock_guard<std::mutex> guard(mutex);
-    library.duringStop = function;
+    library.duringStop = std::move(function);
 }
 
 bool isStreaming()
@@ -265,13 +265,13 @@ bool StartVYR(void*, VYRFrameCallback callback, void* userData, bool enabled)
 
 bool StopVYR(void*)
 {
-    void (*duringStop)() = nullptr;
+    std::function<void()> duringStop;
     {
         const std::lock_guard<std::mutex> guard(mutex);
         log("StopVYR");
         duringStop = library.duringStop;
     }
-    if (duringStop != nullptr)
+    if (duringStop)
         duringStop();
     const std::lock_guard<std::mutex> guard(mutex);
     library.streaming = false;

@@ -6,6 +6,7 @@
 #include <camera/VYRLibrary.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,7 +34,7 @@ std::vector<std::string> calls();
 void clearCalls();
 
 /// Called inside each StopVYR, while the callback is still installed: a library that goes on until it has stopped.
-void setDuringStop(void (*function)());
+void setDuringStop(std::function<void()> function);
 
 /// Whether a callback is installed: between a successful StartVYR and StopVYR.
 bool isStreaming();

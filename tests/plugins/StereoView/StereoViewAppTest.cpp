@@ -5,7 +5,9 @@
 #include "StereoViewFixture.h"
 
 #include <FakeVYR.h>
+#include <camera/StereoFrame.h>
 #include <tests/support/KeyboardReach.h>
+#include <tests/support/WaitFor.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -223,13 +225,35 @@ TEST_F(StereoViewInFont, ALargeFontWidensThePanelRatherThanCuttingItOff)
     EXPECT_GE(panel->viewport()->width(), panel->widget()->minimumSizeHint().width());
 }
 
-TEST_F(StereoViewApp, StartsTheWorkerBeforeTheCameraAndStopsItBefore)
+TEST_F(StereoViewApp, StartsTheWorkerBeforeTheCamera)
+{
+    bool taken = false;
+    // Says its mode once it has started, before it comes back to the app.
+    QObject::connect(host->cameraDevice(), &VYRCameraDevice::InfoChanged, host.get(), [&] {
+        emitFrame(newFrame(752, 480, 40, 200));
+        taken = waitFor([&] { return worksOff(); });
+    });
+    host->start();
+    EXPECT_TRUE(taken);
+}
+
+TEST_F(StereoViewApp, StopsTheWorkerBeforeTheCameraAndLeavesNothingQueued)
 {
     host->start();
-    EXPECT_TRUE(FakeVYR::isStreaming());
+    VYRCameraDevice& camera = *host->cameraDevice();
+    bool taken = false;
+    FakeVYR::setDuringStop([&] {
+        StereoFrame* const frame = camera.FrameCache().Acquire(); // one that was being handed over
+        frame->owner = &camera;
+        frame->record = newFrame(752, 480, 40, 200).record.asLibraryRecord();
+        camera.OutputQueue().Push(frame);
+        constexpr auto moment = std::chrono::milliseconds(200); // enough for a worker that still runs
+        taken = waitFor([&] { return camera.Size() == 0; }, moment);
+    });
     host->stop();
     EXPECT_FALSE(FakeVYR::isStreaming());
-    EXPECT_EQ(host->cameraDevice()->Size(), 0);
+    EXPECT_FALSE(taken);
+    EXPECT_EQ(camera.Size(), 0);
 }
 
 TEST_F(StereoViewApp, ForgetsWhatWasQueuedBeforeTheStart)
