@@ -396,6 +396,70 @@ TEST_F(StereoViewApp, FramesLeaveTheCursorAlone)
     EXPECT_EQ(view()->cursor().shape(), Qt::ArrowCursor);
 }
 
+TEST_F(StereoViewApp, EveryFrameIsDrawn)
+{
+    host->start();
+    EventCounter paints(QEvent::Paint);
+    view()->installEventFilter(&paints);
+    for (int i = 0; i < 5; ++i) {
+        const int before = paints.count;
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            show(40 + i, 200); // again and again, so that no message is drawn
+            return paints.count > before;
+        })) << i;
+    }
+}
+
+TEST_F(StereoViewApp, AMessageIsDrawn)
+{
+    host->start();
+    show(40, 200);
+    EventCounter paints(QEvent::Paint);
+    view()->installEventFilter(&paints);
+    int atMessage = 0;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        if (message().isEmpty())
+            atMessage = paints.count;
+        return !message().isEmpty() && paints.count > atMessage;
+    }));
+}
+
+TEST_F(StereoViewApp, TheHistogramFollowsThePictures)
+{
+    host->start();
+    EventCounter paints(QEvent::Paint);
+    control<QWidget>("histogram")->installEventFilter(&paints);
+    for (int i = 0; i < 5; ++i) {
+        const int before = paints.count;
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            show(40 + i, 200);
+            return paints.count > before;
+        })) << i;
+    }
+}
+
+TEST_F(StereoViewApp, TheHistogramIsAnAreaOfTheLeftPictureAndALineOfTheRight)
+{
+    host->start();
+    PictureFrame& frame = newFrame(512, 4, 0, 0);
+    for (int i = 0; i < 512 * 4; ++i) {
+        frame.setLeftPixel(i % 512, i / 512, static_cast<unsigned char>(i % 128)); // the dark half of the greys
+        frame.setRightPixel(i % 512, i / 512, static_cast<unsigned char>(128 + i % 128));
+    }
+    show(frame);
+    const auto* const histogram = control<QWidget>("histogram");
+    const QImage drawn = control<QWidget>("histogram")->grab().toImage();
+    const QColor ground = histogram->palette().color(QPalette::Base);
+    const int quarter = drawn.width() / 4;
+    const int middle = drawn.height() / 2;
+    EXPECT_NE(drawn.pixelColor(quarter, middle), ground) << "area";
+    EXPECT_EQ(drawn.pixelColor(3 * quarter, middle), ground) << "no area, and the line is above it";
+    int above = 0;
+    while (above < middle && drawn.pixelColor(3 * quarter, above) == ground)
+        ++above;
+    EXPECT_LT(above, 5) << "line";
+}
+
 TEST_F(StereoViewApp, ControlsReachTheCamera)
 {
     host->start();
