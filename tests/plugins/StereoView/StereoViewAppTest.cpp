@@ -49,6 +49,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::IsSupersetOf;
 
 const VYRResolutionInfo fullMode{752, 480, 0, 30.0F, 0.5F, 60.0F};
 const VYRResolutionInfo smallMode{80, 60, 10, 30.0F, 0.5F, 250.0F};
@@ -114,6 +115,17 @@ protected:
         box->setFocus();
         while (box->currentIndex() != index)
             QTest::keyClick(box, box->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
+    }
+
+    /// Shows the left picture alone, dark on the left and light on the right.
+    void showHalves()
+    {
+        choose(2);
+        PictureFrame& frame = newFrame(752, 480, 40, 40);
+        for (int y = 0; y < 480; ++y)
+            for (int x = 376; x < 752; ++x)
+                frame.setLeftPixel(x, y, 200);
+        show(frame);
     }
 
     void turnWheel(QPoint place, int notches)
@@ -322,12 +334,7 @@ TEST_F(StereoViewApp, ShowsPicturesOfEverySize)
 TEST_F(StereoViewApp, WheelZoomsDraggingMovesAndADoubleClickResets)
 {
     host->start();
-    choose(2);
-    PictureFrame& frame = newFrame(752, 480, 40, 40);
-    for (int y = 0; y < 480; ++y)
-        for (int x = 376; x < 752; ++x)
-            frame.setLeftPixel(x, y, 200);
-    show(frame);
+    showHalves();
     const QColor dark(40, 40, 40);
     const QColor light(200, 200, 200);
     const QPoint middle = view()->rect().center();
@@ -352,6 +359,22 @@ TEST_F(StereoViewApp, WheelZoomsDraggingMovesAndADoubleClickResets)
     QTest::mouseDClick(view(), Qt::LeftButton, Qt::NoModifier, middle);
     EXPECT_EQ(shownAt(leftOfIt.x(), leftOfIt.y()), dark);
     EXPECT_EQ(shownAt(middle.x() + 100, middle.y()), light);
+}
+
+TEST_F(StereoViewApp, OnlyTheLeftButtonDrags)
+{
+    host->start();
+    showHalves();
+    const QPoint middle = view()->rect().center();
+    turnWheel(middle, 5);
+    const QImage before = view()->grab().toImage();
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        QTest::mousePress(view(), button, Qt::NoModifier, middle);
+        QMouseEvent move(QEvent::MouseMove, middle + QPoint(40, 0), Qt::NoButton, button, Qt::NoModifier);
+        QApplication::sendEvent(view(), &move);
+        EXPECT_EQ(view()->grab().toImage(), before) << button;
+        QTest::mouseRelease(view(), button, Qt::NoModifier, middle);
+    }
 }
 
 /// Counts the events of one type that a widget receives.
@@ -603,12 +626,7 @@ protected:
     void SetUp() override
     {
         host->start();
-        choose(2);
-        PictureFrame& frame = newFrame(752, 480, 40, 40);
-        for (int y = 0; y < 480; ++y)
-            for (int x = 376; x < 752; ++x)
-                frame.setLeftPixel(x, y, 200);
-        show(frame);
+        showHalves();
         host->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));
         view()->setFocus();
@@ -717,14 +735,18 @@ TEST_F(StereoViewApp, TypingANumberSendsItOnceWhenItIsComplete)
 TEST_F(StereoViewApp, ChoicesComeBackAfterAnAppSwitchAndReachTheCameraAgain)
 {
     host->start();
-    QTest::keyClick(control<QSlider>("exposureSlider"), Qt::Key_PageUp);
+    for (const char* const slider : {"exposureSlider", "gainSlider", "ledSlider"})
+        QTest::keyClick(control<QSlider>(slider), Qt::Key_PageUp);
     for (const char* const flag : {"horizontalFlip", "swapCameras", "undistort"})
         QTest::keyClick(control<QCheckBox>(flag), Qt::Key_Space);
     choose(4);
     host->stop();
     // Another app has its own ideas.
     host->cameraDevice()->Exposure(77);
+    host->cameraDevice()->Gain(77);
+    host->cameraDevice()->Led(77);
     host->cameraDevice()->HFlip(false);
+    host->cameraDevice()->VFlip(true);
     FakeVYR::clearCalls();
 
     host->start();
@@ -733,12 +755,11 @@ TEST_F(StereoViewApp, ChoicesComeBackAfterAnAppSwitchAndReachTheCameraAgain)
     EXPECT_FALSE(control<QCheckBox>("verticalFlip")->isChecked());
     EXPECT_EQ(control<QComboBox>("arrangement")->currentIndex(), 4);
     const std::vector<std::string> calls = FakeVYR::calls();
-    const auto place = [&](const char* call) { return std::find(calls.rbegin(), calls.rend(), call).base(); };
-    const auto started = place("StartVYR 1");
-    EXPECT_LT(place("Set 8 10 0"), started);
-    EXPECT_LT(place("Set 10 1"), started);
-    EXPECT_GT(place("Set 12 1"), started) << "the camera node does not remember swapped cameras";
-    EXPECT_GT(place("Set 17 1"), started) << "nor undistortion";
+    const auto started = std::find(calls.begin(), calls.end(), "StartVYR 1");
+    EXPECT_THAT(std::vector(calls.begin(), started),
+                IsSupersetOf({"Set 8 10 0", "Set 9 10", "Set 13 10", "Set 10 1", "Set 11 0"}));
+    // The camera node does not remember swapped cameras, nor undistortion.
+    EXPECT_THAT(std::vector(started, calls.end()), IsSupersetOf({"Set 12 1", "Set 17 1"}));
     show(30, 60);
     EXPECT_EQ(shownAtShare(0.5, 0.5), QColor(30, 60, 60));
 }
@@ -856,6 +877,13 @@ TEST_F(StereoViewApp, SavingBeforeTheFirstPictureIsToldInRed)
     QTest::keyClick(host.get(), Qt::Key_S);
     EXPECT_EQ(host->field(1).lastText, "There is no picture to save yet");
     EXPECT_EQ(host->field(1).lastColor, QColor(Qt::red));
+}
+
+TEST_F(StereoViewApp, ACapitalSSavesAsWell)
+{
+    host->start();
+    QTest::keyClick(host.get(), Qt::Key_S, Qt::ShiftModifier);
+    EXPECT_EQ(host->field(1).lastText, "There is no picture to save yet");
 }
 
 TEST_F(StereoViewSaving, OnlyTheEndOfTheProgramWaitsForPicturesThatAreBeingSaved)
@@ -1075,6 +1103,16 @@ TEST_F(StereoViewApp, AnUnknownLayoutIsToldAndNothingIsRead)
     ASSERT_TRUE(QTest::qWaitFor([&] { return worksOff(); }));
     EXPECT_FALSE(app->updatePending());
     EXPECT_EQ(figure("unreadableLabel"), "0");
+}
+
+TEST_F(StereoViewApp, AStartForgetsThePictureThatTheLastOneDidNotShow)
+{
+    host->start();
+    emitFrame(newFrame(752, 480, 40, 200));
+    ASSERT_TRUE(waitFor([&] { return worksOff(); })); // and nobody asks the app for an update
+    ASSERT_TRUE(app->updatePending());
+    host->changeMode(smallMode);
+    EXPECT_FALSE(app->updatePending());
 }
 
 TEST_F(StereoViewApp, ASecondStartIsAFreshOne)
