@@ -194,9 +194,12 @@ void ApplicationWindow::closeEvent(QCloseEvent* event)
     }
     saveSettings();
     event->accept();
-    // An app may have windows of its own, with which the program would go on without this one. Queued: not before this
-    // one is closed.
-    QMetaObject::invokeMethod(this, &QApplication::closeAllWindows, Qt::QueuedConnection);
+    // An app may have windows of its own, with which the program would go on without this one. Not before this one is
+    // closed. If one of them is just asking something, as whether to save, it is left to the user.
+    QTimer::singleShot(0, this, [] {
+        if (QApplication::activeModalWidget() == nullptr)
+            QApplication::closeAllWindows();
+    });
 }
 
 void ApplicationWindow::openSettingsDialog(int tab)
@@ -226,6 +229,8 @@ void ApplicationWindow::openSettingsDialog(int tab)
         &dialog, &SettingsDialog::AppChanged, this, [&](int app) { change([=] { changeApp(app); }); },
         Qt::DirectConnection);
     dialog.exec();
+    if (!isVisible())
+        return; // closed meanwhile, and nothing is started any more
     for (const std::function<void()>& what : waiting)
         what();
 }

@@ -161,7 +161,8 @@ void VYRCameraDevice::Close()
     if (!IsOpen())
         return;
     CloseVYR(Instance());
-    _instance.store(nullptr, relaxed);
+    _instance.store(nullptr);
+    _live->HandOvers().WaitUntilNone();
 }
 
 void VYRCameraDevice::Process(NodeData*)
@@ -361,7 +362,7 @@ void VYRCameraDevice::HandOver(const VYRFrameRecord* record)
     // or closed it themselves. Nobody else's code runs in here, so that a stop never waits longer than for these few
     // steps.
     const CallbackCount::Stay stay(_live->HandOvers());
-    if (!IsOpen() || !_streaming.load())
+    if (_instance.load() == nullptr || !_streaming.load())
         return;
     const float measuredFps = _measuredFps.load(relaxed);
     StereoFrame* const frame = _frameCache.Acquire();

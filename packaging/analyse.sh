@@ -14,7 +14,7 @@ packages+=(clang-format-14 clang-tidy cppcheck python3 "${benchmark_packages[@]}
 install_missing_packages
 
 # Of this version, since others break lines elsewhere.
-find . -path ./build -prune -o \( -name '*.c' -o -name '*.cpp' -o -name '*.h' \) -print0 |
+find . -path './build*' -prune -o \( -name '*.c' -o -name '*.cpp' -o -name '*.h' \) -print0 |
     xargs -0 clang-format-14 --dry-run --Werror
 
 # For what Qt generates, which some sources include. A folder of its own, since the others do without the benchmarks.

@@ -1098,6 +1098,9 @@ TEST_F(ApplicationWindowTest, TheSettingsStayClosedWhileTheAppIsInsideACall)
     EXPECT_EQ(TestApps::log().last(), "answered");
 }
 
+/// Whether the window is closed as well.
+bool closesAfterChoosing = false;
+
 /// An app that runs an event loop of its own the first time that it is polled while the settings are open, in which
 /// another mode and another app are chosen.
 void chooseInsideAPoll(const char* app, const char* operation)
@@ -1112,6 +1115,8 @@ void chooseInsideAPoll(const char* app, const char* operation)
         chooseFirstBinning(*dialog);
         dialog->findChild<QListWidget*>()->setCurrentRow(1);
         QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+        if (closesAfterChoosing)
+            window->close();
     });
     QEventLoop loop;
     QTimer::singleShot(100, &loop, &QEventLoop::quit);
@@ -1123,11 +1128,22 @@ TEST_F(ApplicationWindowTest, WhatIsChosenWhileTheAppIsInsideACallIsDoneAfterIts
 {
     openWithTwoApps();
     window->show();
+    closesAfterChoosing = false;
     TestApps::setProbe(chooseInsideAPoll);
     trigger("&Settings", "Apps");
     EXPECT_EQ(TestApps::log().mid(0, 5), QStringList({"returned", "One.stop", "One.start", "One.stop", "Two.start"}));
     EXPECT_EQ(window->currentResolution().width, 640);
     EXPECT_EQ(window->windowTitle(), "VYR Dashboard - Two");
+}
+
+TEST_F(ApplicationWindowTest, WhatIsChosenWhileTheAppIsInsideACallIsNotDoneOnceTheWindowIsClosed)
+{
+    openWithTwoApps();
+    window->show();
+    closesAfterChoosing = true;
+    TestApps::setProbe(chooseInsideAPoll);
+    trigger("&Settings", "Apps");
+    EXPECT_EQ(TestApps::log(), QStringList("returned"));
 }
 
 TEST_F(ApplicationWindowTest, AnAppThatIsInsideACallWhileAllWindowsAreClosedIsStoppedAfterItsReturn)
@@ -1440,6 +1456,18 @@ TEST_F(ApplicationWindowTest, ClosingTheMainWindowClosesTheAppsOwnOnesAndEndsThe
     QTimer::singleShot(0, window.get(), [] { window->close(); });
     EXPECT_EQ(runUntilEnd(), 0);
     EXPECT_FALSE(ofAnApp.isVisible());
+}
+
+TEST_F(ApplicationWindowTest, ClosingTheMainWindowLeavesAQuestionToTheUser)
+{
+    openWithTwoApps();
+    window->show();
+    QMessageBox question(QMessageBox::Question, "Edges", "Save the edges?", QMessageBox::Save);
+    question.setWindowModality(Qt::ApplicationModal);
+    question.show();
+    window->close();
+    runEventLoop();
+    EXPECT_TRUE(question.isVisible());
 }
 
 TEST_F(ApplicationWindowTest, DestructionWithoutClosingStopsTheAppWhileTheCameraIsThere)

@@ -293,6 +293,34 @@ TEST_F(CameraFaults, StoppedPoolStaysWholeWhileTheLibraryNeverStopsCallingBack)
         thread.join();
 }
 
+TEST_F(CameraFaults, CloseWaitsForAFrameThatIsJustBeingPushed)
+{
+    const auto device = makeStreamingDevice();
+    std::array<StereoFrame*, 32> frames{};
+    for (StereoFrame*& frame : frames)
+        frame = device->FrameCache().Acquire();
+    std::thread library;
+    std::thread closer;
+    int queuedAtClose = -1;
+    std::size_t next = 0;
+    // The pool's lock is held while this is called: the callback has to wait for its frame.
+    device->FrameCache().Fill([&] {
+        if (next == 0) {
+            library = std::thread([] { FakeVYR::emitFrame(0); });
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            closer = std::thread([&] {
+                device->Close();
+                queuedAtClose = device->Size();
+            });
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        return frames.at(next++);
+    });
+    library.join();
+    closer.join();
+    EXPECT_EQ(device->Size(), queuedAtClose) << "pushed after Close() had returned";
+}
+
 // Callbacks that are inside
 
 struct HeldIn
