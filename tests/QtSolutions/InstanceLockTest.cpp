@@ -53,12 +53,12 @@ protected:
     QTemporaryDir folder;
     QString path = folder.filePath("instance.lock");
     InstanceLock lock;
+    int looks = 0;
 };
 
 TEST_F(InstanceLockTest, AFileThatIsRemovedBeforeItIsLockedIsMadeAgain)
 {
-    int looks = 0;
-    look = [&] {
+    look = [this] {
         if (looks++ == 0) {
             EXPECT_TRUE(QFile::remove(path));
         }
