@@ -67,8 +67,8 @@ void loadSettings();
 /// and so is a file that the user may not write.
 ///
 /// The file keeps its permissions, its group, and its owner if whoever saves may give files away, as root may. A new
-/// one has those that the user's mask leaves, and in a setgid folder that its
-/// group may write, which several users share, it is readable and writable for that group whatever the mask.
+/// one has those that the user's mask leaves, and in a setgid folder that its group may write, which several users
+/// share, it is readable and writable for that group whatever the mask.
 ///
 /// Of several programs that save at the same moment, each waits until no other does, for a second at most.
 ///
